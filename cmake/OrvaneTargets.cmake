@@ -1,0 +1,48 @@
+# How every target of the project is compiled.
+
+include(GenerateExportHeader)
+include(GNUInstallDirs)
+
+function(orvane_target_options target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor
+    -Wold-style-cast -Wcast-qual -Wcast-align -Woverloaded-virtual -Wundef
+    $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
+  if(ORVANE_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+    target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+  endif()
+endfunction()
+
+# The library itself: hidden visibility, a soname, and the generated export header.
+function(orvane_library target)
+  add_library(${target} ${ARGN})
+  add_library(OrvaneUpid::${target} ALIAS ${target})
+  orvane_target_options(${target})
+  generate_export_header(${target}
+    EXPORT_MACRO_NAME ORVANE_EXPORT
+    STATIC_DEFINE ORVANE_STATIC_DEFINE
+    EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/include/orvane/export.h)
+  target_include_directories(${target}
+    PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+           $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
+           $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
+    PRIVATE ${PROJECT_SOURCE_DIR})
+  set_target_properties(${target} PROPERTIES
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON)
+  if(NOT BUILD_SHARED_LIBS)
+    target_compile_definitions(${target} PUBLIC ORVANE_STATIC_DEFINE)
+  elseif(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    set(map ${PROJECT_SOURCE_DIR}/cmake/orvane.map)
+    target_link_options(${target} PRIVATE -Wl,--version-script=${map})
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${map})
+  endif()
+endfunction()

@@ -1,0 +1,9 @@
+#ifndef ORVANE_ORVANE_H_
+#define ORVANE_ORVANE_H_
+
+/// The whole of OrvaneUpid.
+
+#include "orvane/port_mapping.h"
+#include "orvane/port_range.h"
+
+#endif  // ORVANE_ORVANE_H_

@@ -1,0 +1,86 @@
+#include "orvane/port_mapping.h"
+
+#include "ports/item_fields.h"
+#include "ports/port_list.h"
+#include "ports/range_list.h"
+#include "ports/record.h"
+#include "ports/text.h"
+
+namespace {
+
+using MappingRecord = orvane::Record<4>;
+
+}  // namespace
+
+OrvanePortMapping::~OrvanePortMapping() = default;
+
+OrvanePortMapping& OrvanePortMapping::operator=(const OrvanePortMapping& other) {
+  if (this == &other) return *this;
+  ports = other.ports;
+  ranges = other.ranges;
+  ip.address = other.ip.address;
+  uniqueBlockNumber = other.uniqueBlockNumber;
+  selectorInfo = other.selectorInfo;
+  return *this;
+}
+
+void OrvanePortMapping::setPorts(const char* text) {
+  if (text != nullptr) orvane::readPortList(text, *this);
+}
+
+void OrvanePortMapping::setNewPorts(const char* text) {
+  ports.clear();
+  setPorts(text);
+}
+
+void OrvanePortMapping::setIp(const char* text) {
+  if (text != nullptr) orvane::readIp(text, *this);
+}
+
+void OrvanePortMapping::setUniqueBlockNumber(const char* text) {
+  if (text != nullptr) orvane::readBlockNumber(text, *this);
+}
+
+void OrvanePortMapping::setSelectorInfo(const char* text) {
+  if (text != nullptr) orvane::readSelectorInfo(text, *this);
+}
+
+void OrvanePortMapping::setValues(const unsigned char* record) {
+  try {
+    setValuesChecked(MappingRecord::trusted(record));
+  } catch (...) {  // promised to the caller: what was set stays set, nothing is thrown
+  }
+}
+
+bool OrvanePortMapping::setValuesChecked(std::span<const unsigned char> record) {
+  const auto fields = MappingRecord::split(record);
+  if (!fields) return false;
+  if (fields->isIgnored()) return true;
+  orvane::readPortList((*fields)[0], *this);
+  orvane::readIp((*fields)[1], *this);
+  orvane::readBlockNumber((*fields)[2], *this);
+  orvane::readSelectorInfo((*fields)[3], *this);
+  return true;
+}
+
+std::set<OrvanePortRange>::iterator OrvanePortMapping::addRange(const OrvanePortRange& range) {
+  orvane::Bounds covered;
+  const auto position = orvane::addRange(ranges, range, covered);
+  orvane::erasePorts(ports, covered);
+  return position;
+}
+
+std::string& OrvanePortMapping::getIpAsString() const {
+  static std::string text;
+  text.clear();
+  orvane::appendAddress(text, ip.address);
+  return text;
+}
+
+std::string& OrvanePortMapping::getMappingAsString() const {
+  static std::string text;
+  text.clear();
+  if (ip.address != 0) text.append(getIpAsString()).push_back(':');
+  text.append(getPortsAsString());
+  return text;
+}
