@@ -3,6 +3,7 @@
 
 /// The whole of OrvaneUpid.
 
+#include "orvane/ini.h"
 #include "orvane/port_mapping.h"
 #include "orvane/port_range.h"
 
