@@ -3,8 +3,11 @@
 
 /// The whole of OrvaneUpid.
 
+#include "orvane/app_mapping.h"
+#include "orvane/application.h"
 #include "orvane/ini.h"
 #include "orvane/port_mapping.h"
 #include "orvane/port_range.h"
+#include "orvane/sorted_vector.h"
 
 #endif  // ORVANE_ORVANE_H_

@@ -1,0 +1,175 @@
+#include <algorithm>
+#include <cstring>
+#include <unordered_map>
+#include <utility>
+
+#include "apps/application_fields.h"
+#include "apps/application_index.h"
+#include "apps/group_writer.h"
+#include "apps/ordering.h"
+#include "orvane/app_mapping.h"
+#include "ports/item_order.h"
+
+namespace {
+
+// Remembers which part of a text was written last on behalf of an operation of the application, to
+// leave that operation's result string as running it leaves it.
+class LastRun {
+ public:
+  template <typename Append>
+  void run(std::string& out, Append append) {
+    const std::size_t begin = out.size();
+    append();
+    begin_ = begin;
+    length_ = out.size() - begin;
+    ran_ = true;
+  }
+
+  void publish(const std::string& out, std::string& result) const {
+    if (ran_) result.assign(out, begin_, length_);
+  }
+
+ private:
+  std::size_t begin_ = 0;
+  std::size_t length_ = 0;
+  bool ran_ = false;
+};
+
+// Writes the texts of all applications into their operation's own string.
+template <typename Append>
+char* writeAll(const OrvaneAppMapping& mapping, bool closeGroups, std::string& text,
+               std::string& applicationText, Append append) {
+  text.clear();
+  orvane::GroupWriter writer(text, closeGroups);
+  LastRun last;
+  for (const OrvaneApplication& application : mapping) {
+    last.run(text, [&] { append(writer, application); });
+  }
+  last.publish(text, applicationText);
+  writer.publish();
+  return text.data();
+}
+
+std::string& mappingSectionText() {
+  static std::string text;
+  return text;
+}
+
+// An application on the newer side's difference list.
+struct Newer {
+  const OrvaneApplication* application;
+  bool paired;
+};
+
+struct ApplicationKey {
+  unsigned int upid;
+  int id;  // only of a new application
+
+  bool isNew() const { return upid == kOrvaneNoUpid; }
+};
+
+// The key of the application that a group describes; one that names none gets a fresh identifier.
+ApplicationKey keyOf(const orvane::ApplicationGroup& group) {
+  const unsigned int upid =
+      group.holds(orvane::kUpid) ? orvane::readNumber(group[orvane::kUpid]) : kOrvaneNoUpid;
+  if (upid != kOrvaneNoUpid) return {upid, 0};
+  if (group.holds(orvane::kGroupId)) return {upid, orvane::readSigned(group[orvane::kGroupId])};
+  return {upid, orvane::freshIdentifier()};
+}
+
+}  // namespace
+
+char* OrvaneAppMapping::getSection(bool closeGroups) const {
+  return writeAll(*this, closeGroups, mappingSectionText(), orvane::sectionText(),
+                  [](orvane::GroupWriter& writer, const OrvaneApplication& application) {
+                    orvane::appendSection(writer, application, application.action);
+                  });
+}
+
+unsigned int OrvaneAppMapping::getSection(char* buffer) const {
+  if (buffer == nullptr) return 0;
+  getSection(true);
+  const std::string& text = mappingSectionText();
+  std::memcpy(buffer, text.c_str(), text.size() + 1);
+  return static_cast<unsigned int>(text.size());
+}
+
+std::optional<std::size_t> OrvaneAppMapping::getSectionChecked(std::span<char> buffer) const {
+  getSection(true);
+  const std::string& text = mappingSectionText();
+  if (buffer.size() <= text.size()) return std::nullopt;
+  std::memcpy(buffer.data(), text.c_str(), text.size() + 1);
+  return text.size();
+}
+
+char* OrvaneAppMapping::getInitialSection() const {
+  static std::string text;
+  return writeAll(*this, false, text, orvane::initialSectionText(), orvane::appendInitialSection);
+}
+
+char* OrvaneAppMapping::getAddNewSection(bool closeGroups) const {
+  static std::string text;
+  return writeAll(*this, closeGroups, text, orvane::addNewSectionText(),
+                  orvane::appendAddNewSection);
+}
+
+char* OrvaneAppMapping::getUpdatedSection(const OrvaneAppMapping& newer, bool closeGroups) const {
+  static std::string text;
+  const auto changed =
+      orvane::differences(data(), data() + size(), newer.data(), newer.data() + newer.size(),
+                          orvane::compareApplications);
+  std::vector<Newer> newerList;
+  std::unordered_map<unsigned int, Newer*> firstByUpid;
+  newerList.reserve(changed.newer.size());
+  firstByUpid.reserve(changed.newer.size());
+  for (const OrvaneApplication* application : changed.newer) {
+    newerList.push_back({application, false});
+    firstByUpid.try_emplace(application->upid, &newerList.back());
+  }
+
+  text.clear();
+  orvane::GroupWriter writer(text, closeGroups);
+  LastRun section;
+  LastRun deleteSection;
+  const auto append = [&](const OrvaneApplication& application, tagActionType action) {
+    section.run(text, [&] { orvane::appendSection(writer, application, action); });
+  };
+  for (const OrvaneApplication* application : changed.older) {
+    if (application->action == kOrvaneActionNone) continue;
+    const auto partner = firstByUpid.find(application->upid);
+    if (partner != firstByUpid.end()) {
+      append(*application, kOrvaneActionRemove);
+      append(*partner->second->application, kOrvaneActionUpdate);
+      partner->second->paired = true;
+    } else {
+      deleteSection.run(text, [&] { orvane::appendDeleteSection(writer, *application); });
+    }
+  }
+  for (const auto& [application, paired] : newerList) {
+    if (paired || application->action != kOrvaneActionAdd) continue;
+    append(*application,
+           application->appCategory == kOrvaneCategory1 ? kOrvaneActionUpdate : kOrvaneActionAdd);
+  }
+  section.publish(text, orvane::sectionText());
+  deleteSection.publish(text, orvane::deleteSectionText());
+  writer.publish();
+  return text.data();
+}
+
+void OrvaneAppMapping::setSection(const char* text) {
+  clear();
+  orvane::SectionLines lines(orvane::viewOf(text));
+  orvane::ApplicationGroup group(orvane::kApplicationKeys);
+  orvane::ApplicationIndex index(*this);
+  while (group.read(lines)) {
+    const ApplicationKey key = keyOf(group);
+    OrvaneApplication* const held = key.isNew() ? index.findId(key.id) : index.find(key.upid);
+    if (held != nullptr) {
+      orvane::mergeItem(orvane::readItem(group), held->items);
+    } else {
+      OrvaneApplication& added = emplace_back();
+      if (key.isNew()) added.setID(key.id);
+      orvane::readApplication(group, added);
+    }
+  }
+}

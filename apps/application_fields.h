@@ -1,0 +1,117 @@
+// The fields of an application and its item, as records, section groups and setters give them.
+
+#ifndef ORVANE_APPS_APPLICATION_FIELDS_H_
+#define ORVANE_APPS_APPLICATION_FIELDS_H_
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iterator>
+#include <string_view>
+#include <utility>
+
+#include "orvane/application.h"
+#include "ports/item_fields.h"
+#include "ports/port_list.h"
+#include "ports/record.h"
+#include "ports/section_lines.h"
+#include "ports/text.h"
+
+namespace orvane {
+
+// The order of the texts in a record, and of the keys in a group.
+enum ApplicationField : std::size_t {
+  kPortRange,
+  kIPv4,
+  kAction,
+  kSelectorType,
+  kUpid,
+  kApplName,
+  kUniqueBlockNumber,
+  kSelectorTypeInfo,
+  kGroupId,  // only in groups
+};
+
+using ApplicationRecord = Record<kSelectorTypeInfo + 1>;
+using ApplicationGroup = SectionGroup<kGroupId + 1>;
+
+inline constexpr std::array<std::string_view, kGroupId + 1> kApplicationKeys = {
+    "PortRange",        "IPv4",   "Action", "SelectorType", "UPID", "ApplName", "UniqueBlockNumber",
+    "SelectorTypeInfo", "GroupID"};
+
+// The identifier of a new application.
+inline int freshIdentifier() { return static_cast<int>(OrvaneApplication::getUniqueID() + 2000); }
+
+// The name up to its NUL; a caller may have filled the whole field.
+inline std::string_view nameOf(const tagApplication& application) {
+  const char* const end = std::find(std::begin(application.name), std::end(application.name), '\0');
+  return {application.name, static_cast<std::size_t>(end - application.name)};
+}
+
+// Takes as much of `text` as the field holds and clears the rest of it.
+inline void setName(std::string_view text, tagApplication& application) {
+  const auto taken = text.substr(0, sizeof application.name - 1);
+  const auto rest = std::copy(taken.begin(), taken.end(), std::begin(application.name));
+  std::fill(rest, std::end(application.name), '\0');
+}
+
+inline tagSelectorType readType(std::string_view text) {
+  return static_cast<tagSelectorType>(readSigned(text));
+}
+
+inline tagActionType readAction(std::string_view text) {
+  return static_cast<tagActionType>(readSigned(text));
+}
+
+// Adds the ports and ranges of `item` to the item with its address, or inserts `item` itself: a
+// copy of it, or the object when it is given up. Returns the item held.
+template <typename Item>
+OrvanePortMapping* mergeItem(Item&& item, OrvaneItems& items) {
+  const auto place = items.lower_bound(item);
+  if (place == items.end() || !(*place == item)) {
+    return items.insert(place, std::forward<Item>(item));
+  }
+  place->addPorts(item.ports);
+  place->addRanges(item.ranges);
+  return place;
+}
+
+// `Fields` below is a record, which holds every text, or a group, which may lack some: those leave
+// their field as it was.
+
+// A default item with the fields of the item.
+template <typename Fields>
+OrvanePortMapping readItem(const Fields& fields) {
+  OrvanePortMapping item;
+  if (fields.holds(kPortRange)) readPortList(fields[kPortRange], item);
+  if (fields.holds(kIPv4)) readIp(fields[kIPv4], item);
+  if (fields.holds(kUniqueBlockNumber)) readBlockNumber(fields[kUniqueBlockNumber], item);
+  if (fields.holds(kSelectorTypeInfo)) readSelectorInfo(fields[kSelectorTypeInfo], item);
+  return item;
+}
+
+// The application's own fields but the category.
+template <typename Fields>
+void readOwnFields(const Fields& fields, OrvaneApplication& application) {
+  if (fields.holds(kAction)) application.action = readAction(fields[kAction]);
+  if (fields.holds(kSelectorType)) application.type = readType(fields[kSelectorType]);
+  if (fields.holds(kUpid)) application.upid = readNumber(fields[kUpid]);
+  if (fields.holds(kApplName)) setName(fields[kApplName], application);
+  if (fields.holds(kGroupId)) application.setID(readSigned(fields[kGroupId]));
+}
+
+// All of it: the application's fields, the category that the item gives it, and the item.
+template <typename Fields>
+void readApplication(const Fields& fields, OrvaneApplication& application) {
+  readOwnFields(fields, application);
+  OrvanePortMapping item = readItem(fields);
+  if (fields.holds(kSelectorTypeInfo)) {
+    application.appCategory =
+        item.selectorInfo >= kOrvaneSelectorInfoCategory1 ? kOrvaneCategory1 : kOrvaneCategory0;
+  }
+  mergeItem(std::move(item), application.items);
+}
+
+}  // namespace orvane
+
+#endif  // ORVANE_APPS_APPLICATION_FIELDS_H_

@@ -1,0 +1,60 @@
+// Writing the groups of section texts.
+
+#ifndef ORVANE_APPS_GROUP_WRITER_H_
+#define ORVANE_APPS_GROUP_WRITER_H_
+
+#include <cstddef>
+#include <string>
+
+#include "orvane/application.h"
+
+namespace orvane {
+
+// Appends groups to a text. The result strings of the port list operations, which each port list
+// written replaces, are set once, at the end.
+class GroupWriter {
+ public:
+  GroupWriter(std::string& out, bool closeGroups) : out_(out), closeGroups_(closeGroups) {}
+  GroupWriter(const GroupWriter&) = delete;
+  GroupWriter& operator=(const GroupWriter&) = delete;
+
+  // A group with the port list of the item, and one with a single port of it.
+  void appendItem(const OrvaneApplication& application, const OrvanePortMapping& item,
+                  tagActionType action);
+  void appendPort(const OrvaneApplication& application, const OrvanePortMapping& item,
+                  unsigned short port, tagActionType action);
+
+  // When groups are closed: the GroupID and the terminator line, or the terminator line alone.
+  void close(const OrvaneApplication& application);
+  void terminate();
+
+  // Sets those result strings; to be called last.
+  void publish() const;
+
+ private:
+  void appendFields(const OrvaneApplication& application, const OrvanePortMapping& item,
+                    tagActionType action);
+
+  std::string& out_;
+  bool closeGroups_;
+  bool wroteList_ = false;
+  std::size_t listBegin_ = 0;
+  std::size_t listLength_ = 0;
+  const OrvanePortRange* lastRange_ = nullptr;
+};
+
+// The texts of one application, appended.
+void appendSection(GroupWriter& writer, const OrvaneApplication& application, tagActionType action);
+void appendInitialSection(GroupWriter& writer, const OrvaneApplication& application);
+void appendAddNewSection(GroupWriter& writer, const OrvaneApplication& application);
+void appendDeleteSection(GroupWriter& writer, const OrvaneApplication& application);
+
+// The result strings of the operations of OrvaneApplication that those of the collection run.
+std::string& sectionText();
+std::string& initialSectionText();
+std::string& addNewSectionText();
+std::string& deleteSectionText();
+
+}  // namespace orvane
+
+#endif  // ORVANE_APPS_GROUP_WRITER_H_

@@ -1,0 +1,215 @@
+#ifndef ORVANE_APPLICATION_H_
+#define ORVANE_APPLICATION_H_
+
+#include <functional>
+#include <span>
+
+#include "orvane/export.h"
+#include "orvane/port_mapping.h"
+#include "orvane/sorted_vector.h"
+
+/// The UPID of an application that has none assigned yet: a new application.
+inline constexpr unsigned int kOrvaneNoUpid = 0xFFFFFFFF;
+
+/// The selector type of an application; any 32-bit value is carried.
+enum tagSelectorType : int {
+  kOrvaneSelectorTypeDefault = 1,
+};
+
+/// What a section text says is to be done with an application or item.
+enum tagActionType : int {
+  kOrvaneActionNone = 0,     ///< default; updated sections leave the application out
+  kOrvaneActionAdd = 1,      ///< a new application
+  kOrvaneActionDelete = 2,   ///< withdraw the last item and with it the application
+  kOrvaneActionRemove = 3,   ///< withdraw an item, or an old state
+  kOrvaneActionUpdate = 4,   ///< a new state
+  kOrvaneActionInitial = 5,  ///< announced by an initial section
+};
+
+/// The category of an application. Reading an item sets it from the item's selector info.
+enum tagApMCategory : int {
+  kOrvaneCategory0 = 0,
+  kOrvaneCategory1 = 1,
+};
+
+/// The items of an application: ascending by address, one per address.
+using OrvaneItems = sorted_vector<OrvanePortMapping, true, std::less<OrvanePortMapping>>;
+
+/// The plain record of an application.
+struct ORVANE_EXPORT tagApplication {
+  unsigned int upid = kOrvaneNoUpid;  ///< protocol identifier
+  OrvaneItems items;
+  tagSelectorType type = kOrvaneSelectorTypeDefault;
+  char name[32] = {};  ///< NUL-terminated, at most 31 characters
+  tagActionType action = kOrvaneActionNone;
+  tagApMCategory appCategory = kOrvaneCategory0;
+};
+
+/// A network application: a UPID, a selector type, a name, an action code, a category, and the
+/// items that say which ports it uses on which IPv4 addresses.
+///
+/// A section text holds one group of key=value lines per item, each line ended by "\n": PortRange,
+/// IPv4 (a decimal number, nothing for no address), Action, SelectorType, UPID, ApplName,
+/// UniqueBlockNumber, SelectorTypeInfo, and, when groups are closed, GroupID (the identifier) and
+/// the terminator line ";". The application's own fields are repeated in every group.
+///
+/// Every operation that writes a text returns a text of its own, one per operation for the whole
+/// process. It is never null and holds until that operation runs again for any application, also
+/// within another operation. Each of them replaces the texts of
+/// OrvanePortMapping::getPortsAsString(), sortPorts() and OrvanePortRange::getRange() too where it
+/// writes a port list. Calls from several threads must be serialised by the caller, the
+/// construction of applications included.
+class ORVANE_EXPORT OrvaneApplication : public tagApplication {
+ public:
+  /// The keys of a section text, in the order given above, without GroupID. They are for reading:
+  /// changing them changes neither what is written nor what is recognised.
+  static char* key_names[8];
+
+  /// No UPID, selector type 1, no name, action 0, category 0, no items, list index -1 and a fresh
+  /// identifier: getUniqueID() + 2000.
+  OrvaneApplication();
+
+  /// Copies every field, the identifier and the items' own fields included.
+  OrvaneApplication(const OrvaneApplication&) = default;
+  OrvaneApplication(OrvaneApplication&&) noexcept = default;
+  OrvaneApplication& operator=(const OrvaneApplication&) = default;
+  OrvaneApplication& operator=(OrvaneApplication&&) noexcept = default;
+
+  virtual ~OrvaneApplication();
+
+  /// @name Fields
+  /// References and pointers point into the application and hold as long as it lives.
+  /// @{
+  unsigned int getUpid() const { return upid; }
+  tagSelectorType getType() const { return type; }
+  char* getName() { return name; }
+  const char* getName() const { return name; }
+  tagActionType getAction() const { return action; }
+  tagApMCategory getAppCategory() const { return appCategory; }
+  OrvaneItems& getItems() { return items; }
+  const OrvaneItems& getItems() const { return items; }
+  int getListIndex() const { return listIndex; }
+  int getID() const { return id; }
+
+  void setUpid(unsigned int value) { upid = value; }
+  void setType(tagSelectorType value) { type = value; }
+  void setAction(tagActionType value) { action = value; }
+  void setAppCategory(tagApMCategory value) { appCategory = value; }
+  void setListIndex(int index) { listIndex = index; }
+  void setID(int value) { id = value; }
+
+  /// Numbers are read from NUL-terminated texts as decimals: leading white space, a sign, digits
+  /// modulo 2^32, the rest ignored; 0 when there are no digits. A null text changes nothing.
+  void setUpid(const char* text);
+  void setType(const char* text);
+  void setAction(const char* text);
+  void setAppCategory(const char* text);
+
+  /// Takes the first 31 characters of a NUL-terminated text; a null text changes nothing.
+  void setName(const char* text);
+
+  /// key_names, as bytes.
+  static unsigned char** getKeyNames();
+
+  /// A fresh number: the time in seconds + 1024 * the low 15 bits of rand(), modulo 2^32. The first
+  /// call in the process seeds the generator with srand(). Uniqueness is not checked.
+  static unsigned int getUniqueID();
+  /// @}
+
+  /// @name Records and items
+  /// Item pointers hold until the items next change.
+  /// @{
+
+  /// Reads an application record: eight NUL-terminated texts back to back (port list, address,
+  /// action, selector type, UPID, name, block number, selector info). The application's fields are
+  /// set (an empty text gives 0 or the empty name; the category is 1 when the selector info is 2 or
+  /// more, else 0), and the item is added as addItem() does. A null record, or one whose first byte
+  /// is 0, changes nothing.
+  /// REQUIRES: `record` holds eight NULs; it is read up to the eighth.
+  void setValues(const unsigned char* record);
+
+  /// setValues() that stays inside `record`: false, and nothing changes, when the eighth NUL is
+  /// missing there. Bytes after it are ignored.
+  bool setValuesChecked(std::span<const unsigned char> record);
+
+  /// Adds the ports and then the ranges of `item` to the item with its address (plain insertion,
+  /// see OrvanePortMapping::addPorts() and addRanges(); its other fields stay), or inserts a copy.
+  /// Returns the item held.
+  OrvanePortMapping* addItem(const OrvanePortMapping& item);
+
+  /// Removes the item with the address of `item`, if there is one.
+  void deleteItem(const OrvanePortMapping& item);
+
+  /// Adds the single ports, not the ranges, of `item` to the item with its address, or inserts a
+  /// copy. Returns the item held.
+  OrvanePortMapping* updateItem(const OrvanePortMapping& item);
+
+  /// The last item with that item id; getItems().end() when there is none.
+  OrvanePortMapping* findItemId(int itemId);
+  const OrvanePortMapping* findItemId(int itemId) const;
+
+  /// addItem() of every item of `other`; nothing else changes.
+  void update(const OrvaneApplication& other);
+
+  /// The number of items that have an address.
+  int getSocketCount() const;
+  /// @}
+
+  /// @name Comparison
+  /// @{
+
+  /// Compares the UPIDs, nothing else.
+  bool operator<(const OrvaneApplication& other) const { return upid < other.upid; }
+
+  /// Compares the UPIDs, nothing else.
+  bool operator==(const OrvaneApplication& other) const { return upid == other.upid; }
+
+  /// True when this name sorts before that of `other` (as bytes); otherwise, also for a name that
+  /// sorts after it, the items decide: the first pair of items that the mapping ordering (see
+  /// OrvanePortMappingLess) tells apart, or, when there is none, which list ends first. So two
+  /// applications can each be less than the other.
+  bool lexItemsLess(const OrvaneApplication& other) const;
+  /// @}
+
+  /// @name Section texts
+  /// @{
+
+  /// The section text: one group per item, in order; "" without items.
+  char* getSection(bool closeGroups) const;
+
+  /// Merges the groups of a NUL-terminated section text into the application; a null text changes
+  /// nothing. For each group, the keys that it holds set the application's fields and those of a
+  /// default item, which is then added as addItem() does; a SelectorTypeInfo line also sets the
+  /// category, to 1 for 2 or more, else to 0.
+  ///
+  /// Lines end at "\n" or the end of the text and are not trimmed. A line is split at its first
+  /// "="; keys ignore the case of ASCII letters, the first of a key in a group wins, unknown ones
+  /// are ignored. Any other line that is not empty closes the group. Pairs after the last such line
+  /// are dropped, so a text without closed groups changes nothing.
+  void setSection(const char* text);
+
+  /// One group per item with action 5, never closed.
+  char* getInitialSection() const;
+
+  /// One group, for the first item, with action 1; "" without items.
+  char* getAddNewSection(bool closeGroups) const;
+
+  /// One group per item, with action 2 for the last and 3 for the others.
+  char* getDeleteSection(bool closeGroups) const;
+
+  /// The changes from this application to `newer`. Items are compared in the mapping ordering (see
+  /// OrvanePortMappingLess). For an item of this one that differs and has single ports: when the
+  /// newer one with its address differs too and has single ports, one group per port that is gone
+  /// (action 3, closed by the terminator line alone) and one per port that is new (action 4);
+  /// otherwise one group with its port list (action 3, closed by the terminator line alone). Ranges
+  /// are not compared one by one, port 0 is never written, and items that only `newer` has write
+  /// nothing. All groups carry the fields of this application.
+  char* getUpdatedSection(const OrvaneApplication& newer, bool closeGroups) const;
+  /// @}
+
+ private:
+  int listIndex = -1;
+  int id;
+};
+
+#endif  // ORVANE_APPLICATION_H_
