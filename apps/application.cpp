@@ -3,16 +3,15 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
-#include <ranges>
 
 #include "apps/application_fields.h"
 
 namespace {
 
-template <typename Item, typename Items>
-Item* findLastItem(Items& items, int itemId) {
-  for (Item& item : std::views::reverse(items)) {
-    if (item.getID() == itemId) return &item;
+template <typename Items>
+auto findLastItem(Items& items, int itemId) {
+  for (auto item = items.end(); item != items.begin();) {
+    if ((--item)->getID() == itemId) return item;
   }
   return items.end();
 }
@@ -76,11 +75,11 @@ OrvanePortMapping* OrvaneApplication::updateItem(const OrvanePortMapping& item) 
 }
 
 OrvanePortMapping* OrvaneApplication::findItemId(int itemId) {
-  return findLastItem<OrvanePortMapping>(items, itemId);
+  return findLastItem(items, itemId);
 }
 
 const OrvanePortMapping* OrvaneApplication::findItemId(int itemId) const {
-  return findLastItem<const OrvanePortMapping>(items, itemId);
+  return findLastItem(items, itemId);
 }
 
 void OrvaneApplication::update(const OrvaneApplication& other) {

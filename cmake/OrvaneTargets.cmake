@@ -6,15 +6,21 @@ include(GNUInstallDirs)
 function(orvane_target_options target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  # GCC 12 sees overlapping copies in inlined std::string operators where there are none.
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor
     -Wold-style-cast -Wcast-qual -Wcast-align -Woverloaded-virtual -Wundef
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
     $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
   if(ORVANE_SANITIZE)
     target_compile_options(${target} PRIVATE
       -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
     target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+  endif()
+  if(ORVANE_BUILD_FUZZ)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
   endif()
 endfunction()
 
