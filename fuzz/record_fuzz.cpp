@@ -1,0 +1,26 @@
+// Records through the twins that stay inside them: refused or read whole, never half.
+
+#include <orvane/orvane.h>
+
+#include <memory>
+#include <span>
+
+#include "fuzz.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::span<const unsigned char> record(data, size);
+  OrvanePortMapping item;
+  if (!item.setValuesChecked(record)) fuzz::require(item.getPorts().empty() && item.getID() == -1);
+  OrvaneApplication application;
+  const bool read = application.setValuesChecked(record);
+  fuzz::require(read || application.getItems().empty());
+  OrvaneAppMapping mapping;
+  fuzz::require(mapping.addChecked(record) == read);
+  fuzz::require(mapping.size() == application.getItems().size());
+
+  const std::string text = mapping.getSection(true);
+  const auto room = std::make_unique<char[]>(text.size() + 1);
+  fuzz::require(!mapping.getSectionChecked({room.get(), text.size()}));
+  fuzz::require(mapping.getSectionChecked({room.get(), text.size() + 1}) == text.size());
+  return 0;
+}
