@@ -48,7 +48,8 @@ void GroupWriter::terminate() {
 
 void GroupWriter::publish() const {
   if (!wroteList_) return;
-  publishPortList(std::string_view(out_).substr(listBegin_, listLength_), lastRange_);
+  const std::string_view text = out_;
+  publishPortList(text.substr(listBegin_, listLength_), lastRange_);
 }
 
 void GroupWriter::appendFields(const OrvaneApplication& application, const OrvanePortMapping& item,

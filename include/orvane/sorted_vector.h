@@ -178,7 +178,7 @@ class sorted_vector {
   // Moves all elements into larger storage, those from `gap` on one place further when an element
   // is about to be placed there. Returns the place of the gap.
   iterator grow(size_type count, iterator gap) {
-    const size_type before = static_cast<size_type>(gap - first_);
+    const auto before = static_cast<size_type>(gap - first_);
     const size_type held = size();
     T* const memory = allocate(count);
     for (size_type i = 0; i < held; ++i) relocate(first_ + i, memory + i + (i < before ? 0 : 1));
