@@ -1,0 +1,93 @@
+#include <memory>
+#include <string>
+
+#include "cli/command.h"
+#include "cli/json.h"
+#include "cli/output.h"
+#include "cli/section_reader.h"
+#include "cli/text.h"
+
+namespace orvane::cli {
+namespace {
+
+struct Options {
+  std::string file;
+  std::string output;
+  bool json = false;
+  bool section = false;
+};
+
+// One item per line; the application's own fields stand on its first.
+std::string tableOf(const OrvaneAppMapping& applications) {
+  Table table;
+  table.add({"UPID", "NAME", "TYPE", "ACTION", "CATEGORY", "ITEMS"});
+  for (const OrvaneApplication& application : applications) {
+    Table::Row row = {upidText(application),
+                      escape(application.getName()),
+                      std::to_string(application.getType()),
+                      std::to_string(application.getAction()),
+                      std::to_string(application.getAppCategory()),
+                      ""};
+    for (const OrvanePortMapping& item : application.getItems()) {
+      const std::string& text = item.getMappingAsString();
+      row.back() = text.empty() ? "(no ports)" : text;
+      table.add(row);
+      row.assign(row.size(), "");
+    }
+  }
+  return table.text();
+}
+
+std::string jsonOf(const OrvaneAppMapping& applications) {
+  auto array = Json::array();
+  for (const OrvaneApplication& application : applications) {
+    auto items = Json::array();
+    for (const OrvanePortMapping& item : application.getItems()) {
+      auto ranges = Json::array();
+      for (const OrvanePortRange& range : item.getRanges()) {
+        ranges.push_back(Json::array({range.getStart(), range.getEnd()}));
+      }
+      items.push_back({{"address", addressOf(item)},
+                       {"ports", item.getPorts()},
+                       {"ranges", ranges},
+                       {"blockNumber", item.getUniqueBlockNumber()},
+                       {"selectorInfo", static_cast<int>(item.getSelectorInfo())}});
+    }
+    array.push_back({{"upid", upidOf(application)},
+                     {"id", application.getID()},
+                     {"name", application.getName()},
+                     {"type", static_cast<int>(application.getType())},
+                     {"action", static_cast<int>(application.getAction())},
+                     {"category", static_cast<int>(application.getAppCategory())},
+                     {"items", items}});
+  }
+  return toText(array);
+}
+
+ExitStatus showApplications(const Options& options) {
+  const OrvaneAppMapping applications = readApplications(options.file);
+  writeOutput(options.json      ? jsonOf(applications)
+              : options.section ? applications.getSection(true)
+                                : tableOf(applications),
+              options.output, {options.file});
+  return kSuccess;
+}
+
+}  // namespace
+
+Command makeApps(CLI::App& orvane) {
+  const auto options = std::make_shared<Options>();
+  CLI::App* const parser =
+      orvane.add_subcommand("apps", "Show the applications of a mapping text as a table");
+  addSectionText(*parser, "FILE", options->file);
+  CLI::Option* const json = parser->add_flag("--json", options->json, "Write all facts as JSON");
+  parser->add_flag("--section", options->section, "Write the mapping text in canonical form")
+      ->excludes(json);
+  addOutputOption(*parser, options->output);
+  parser->footer(
+      "What the text holds that is not read is reported on standard error.\n"
+      "Example: orvane apps --section --output canonical.txt running.txt");
+  return {parser, [options] { return showApplications(*options); }};
+}
+
+}  // namespace orvane::cli

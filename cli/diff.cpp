@@ -1,0 +1,149 @@
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/command.h"
+#include "cli/comparison.h"
+#include "cli/json.h"
+#include "cli/output.h"
+#include "cli/section_reader.h"
+#include "cli/text.h"
+
+namespace orvane::cli {
+namespace {
+
+struct Options {
+  std::string older;
+  std::string newer;
+  std::string output;
+  int assumedAction = kOrvaneActionNone;
+  bool summary = false;
+  bool json = false;
+};
+
+OrvaneAppMapping readSide(const std::string& path, int assumedAction) {
+  OrvaneAppMapping applications = readApplications(path);
+  for (OrvaneApplication& application : applications) {
+    if (application.getAction() == kOrvaneActionNone) {
+      application.setAction(static_cast<tagActionType>(assumedAction));
+    }
+  }
+  order(applications);
+  return applications;
+}
+
+const char* changeOf(const Difference& difference) {
+  if (difference.older == nullptr) return "added";
+  return difference.newer == nullptr ? "removed" : "changed";
+}
+
+std::string lineOf(const Fact& fact) {
+  std::string line = "  ";
+  if (fact.item != nullptr) {
+    line += fact.item->getIpAddress() == 0 ? "no address" : fact.item->getIpAsString();
+    line += ": ";
+  }
+  line += fact.name;
+  const bool isName = fact.item == nullptr && std::string_view(fact.name) == "name";
+  if (isName) return line + " " + quote(fact.before) + " -> " + quote(fact.after) + "\n";
+  if (fact.before.empty()) return line + " added: " + fact.after + "\n";
+  if (fact.after.empty()) return line + " removed: " + fact.before + "\n";
+  return line + " " + fact.before + " -> " + fact.after + "\n";
+}
+
+std::string summaryOf(const std::vector<Difference>& differences) {
+  std::string text;
+  for (const Difference& difference : differences) {
+    const OrvaneApplication& application = difference.either();
+    text += std::string(changeOf(difference)) + " " + upidText(application) + " " +
+            quote(application.getName()) + "\n";
+    for (const Fact& fact : difference.facts) text += lineOf(fact);
+  }
+  return text;
+}
+
+std::string jsonOf(const std::vector<Difference>& differences) {
+  auto array = Json::array();
+  for (const Difference& difference : differences) {
+    auto facts = Json::array();
+    for (const Fact& fact : difference.facts) {
+      Json object;
+      if (fact.item != nullptr) object["address"] = addressOf(*fact.item);
+      object["fact"] = fact.name;
+      object["before"] = fact.before;
+      object["after"] = fact.after;
+      facts.push_back(object);
+    }
+    array.push_back({{"change", changeOf(difference)},
+                     {"upid", upidOf(difference.either())},
+                     {"name", difference.either().getName()},
+                     {"facts", facts}});
+  }
+  return toText(array);
+}
+
+std::string applicationCount(std::ptrdiff_t count) {
+  return std::to_string(count) + (count == 1 ? " application" : " applications");
+}
+
+// Tells how much of the difference the change sections do not tell.
+void noteOmissions(const std::vector<Difference>& differences) {
+  const auto unlooked = std::ranges::count_if(
+      differences, [](const Difference& difference) { return !difference.inSections(); });
+  const auto unwritten = std::ranges::count_if(differences, [](const Difference& difference) {
+    return difference.inSections() && !difference.isWritten();
+  });
+  if (unwritten > 0) {
+    writeError("orvane diff: note: the changes of " + applicationCount(unwritten) +
+               " are left out because of the action code; --assume-action 1 writes those with"
+               " code 0\n");
+  }
+  if (unlooked > 0) {
+    writeError("orvane diff: note: the changes of " + applicationCount(unlooked) +
+               " are none that change sections tell; --summary lists them\n");
+  }
+}
+
+ExitStatus diff(const Options& options) {
+  if (options.older == "-" && options.newer == "-") {
+    throw Failure("only one of OLD and NEW can be standard input");
+  }
+  const OrvaneAppMapping older = readSide(options.older, options.assumedAction);
+  const OrvaneAppMapping newer = readSide(options.newer, options.assumedAction);
+  const std::vector<Difference> differences = compare(older, newer);
+  if (!options.summary) noteOmissions(differences);
+  writeOutput(options.json      ? jsonOf(differences)
+              : options.summary ? summaryOf(differences)
+                                : changeSections(differences),
+              options.output, {options.older, options.newer});
+  return differences.empty() ? kSuccess : kFound;
+}
+
+}  // namespace
+
+Command makeDiff(CLI::App& orvane) {
+  const auto options = std::make_shared<Options>();
+  CLI::App* const parser = orvane.add_subcommand(
+      "diff", "Write the change sections that lead from an older mapping text to a newer one");
+  addSectionText(*parser, "OLD", options->older);
+  addSectionText(*parser, "NEW", options->newer);
+  CLI::Option* const summary =
+      parser->add_flag("--summary", options->summary, "List every difference for a reader instead");
+  parser->add_flag("--json", options->json, "Write the summary as JSON")->needs(summary);
+  parser
+      ->add_option("--assume-action", options->assumedAction,
+                   "Give applications with action 0 this one before comparing")
+      ->type_name("CODE")
+      ->check(CLI::Range(1, 5));
+  addOutputOption(*parser, options->output);
+  parser->footer(
+      "Applications are matched by UPID, new ones by name; GroupID is no difference.\n"
+      "Change sections leave out applications of OLD with action 0, and those that only NEW has\n"
+      "with another action than 1. A note on standard error tells when they leave out anything.\n"
+      "Exit status: 0 no difference, 1 any difference, 2 unusable.\n"
+      "Example: orvane diff --assume-action 1 running.txt wanted.txt > change.txt");
+  return {parser, [options] { return diff(*options); }};
+}
+
+}  // namespace orvane::cli

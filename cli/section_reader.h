@@ -1,0 +1,57 @@
+// Section texts with their line numbers, which the library does not keep.
+
+#ifndef ORVANE_CLI_SECTION_READER_H_
+#define ORVANE_CLI_SECTION_READER_H_
+
+#include <CLI/CLI.hpp>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cli/input.h"
+#include "orvane/app_mapping.h"
+
+namespace orvane::cli {
+
+struct SectionPair {
+  std::size_t line;
+  std::string_view key;
+  std::string_view value;
+};
+
+// The pairs since the last terminator line, and the line that closes them.
+struct SectionGroup {
+  std::string_view text;  // all of it, the terminator line included
+  std::vector<SectionPair> pairs;
+  std::size_t terminatorLine = 0;
+  std::string_view terminator;
+};
+
+// Walks a section text by the library's line rules.
+class SectionReader {
+ public:
+  explicit SectionReader(std::string_view text) : rest_(text) {}
+
+  // Reads the next group; false at the end of the text, when `group` holds the pairs that no
+  // terminator line closes.
+  bool next(SectionGroup& group);
+
+ private:
+  std::string_view rest_;
+  std::size_t line_ = 0;
+};
+
+// Gives a command the path of a mapping section text as its next argument.
+void addSectionText(CLI::App& command, const std::string& name, std::string& path);
+
+// Reads a mapping section text. Throws Failure when it cannot be read, or when it is not empty and
+// yet no group in it is closed.
+Input readSectionText(const std::string& path);
+
+// The same, and its applications. What the library passes over is told on standard error.
+OrvaneAppMapping readApplications(const std::string& path);
+
+}  // namespace orvane::cli
+
+#endif  // ORVANE_CLI_SECTION_READER_H_
