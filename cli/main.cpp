@@ -37,6 +37,7 @@ ExitStatus run(CLI::App& parser, int argc, char** argv) {
       makeApps(parser),
       makeDiff(parser),
       makePorts(parser),
+      makeImport(parser),
   };
   parser.footer(
       "Files are application mapping section texts; - reads standard input.\n"

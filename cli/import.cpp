@@ -1,0 +1,91 @@
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/command.h"
+#include "cli/input.h"
+#include "cli/output.h"
+#include "cli/services.h"
+#include "cli/text.h"
+#include "orvane/app_mapping.h"
+
+namespace orvane::cli {
+namespace {
+
+struct Options {
+  std::string file = "/etc/services";
+  std::string output;
+  std::string firstUpid = "1000";
+};
+
+// The first of `count` UPIDs in a row; none of them may be the one that means "none".
+unsigned int firstOf(const std::string& text, std::size_t count) {
+  const auto first = parseDecimal<unsigned int>(text);
+  if (!first || *first == 0 || *first == kOrvaneNoUpid) {
+    throw Failure("--first-upid " + quote(text) + " is no number from 1 to 4294967294");
+  }
+  if (count > kOrvaneNoUpid - *first) {
+    throw Failure("--first-upid " + text + " leaves no room for " + std::to_string(count) +
+                  " UPIDs up to 4294967294");
+  }
+  return *first;
+}
+
+OrvaneAppMapping applicationsOf(const std::vector<Service>& services, unsigned int upid,
+                                const Input& input) {
+  OrvaneAppMapping applications;
+  applications.reserve(services.size());
+  for (const Service& service : services) {
+    OrvaneApplication& application = applications.emplace_back();
+    application.setUpid(upid);
+    application.setID(static_cast<int>(upid));  // not a fresh one: the same file, the same text
+    application.setName(service.name.c_str());
+    application.setAction(kOrvaneActionAdd);
+    OrvanePortMapping item;
+    item.setPorts(service.ports);
+    application.addItem(item);
+    ++upid;
+    if (application.getName() == service.name) continue;
+    writeError(lineLabel(input, service.line) + quote(service.name) + " is cut to " +
+               quote(application.getName()) + "\n");
+  }
+  return applications;
+}
+
+ExitStatus importServices(const Options& options) {
+  const Input input = readInput(options.file);
+  const std::vector<Service> services = parseServices(input);
+  if (services.empty()) throw Failure(input.name + ": there is no service in it");
+  const unsigned int firstUpid = firstOf(options.firstUpid, services.size());
+  writeOutput(applicationsOf(services, firstUpid, input).getSection(true), options.output,
+              {options.file});
+  return kSuccess;
+}
+
+}  // namespace
+
+Command makeImport(CLI::App& orvane) {
+  const auto options = std::make_shared<Options>();
+  CLI::App* const import =
+      orvane.add_subcommand("import", "Make a mapping text of what another program describes");
+  import->footer("Example: orvane import services --output known.txt");
+  CLI::App* const parser =
+      import->add_subcommand("services", "One application per service of a services(5) file");
+  parser->add_option("FILE", options->file, "services(5) file, or -; /etc/services if not given")
+      ->type_name("")
+      ->check(kNotEmpty);
+  parser
+      ->add_option("--first-upid", options->firstUpid,
+                   "UPID of the first, counted up; 1000 if not given")
+      ->type_name("UPID");
+  addOutputOption(*parser, options->output);
+  parser->footer(
+      "Each application has action 1 and one item without address, with the ports of all\n"
+      "protocols. Lines that are no service, and names that are cut, are reported on standard\n"
+      "error.\n"
+      "Example: orvane import services --first-upid 5000 /etc/services > known.txt");
+  return {parser, [options] { return importServices(*options); }};
+}
+
+}  // namespace orvane::cli
