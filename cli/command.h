@@ -31,6 +31,7 @@ struct Command {
 Command makeApps(CLI::App& orvane);
 Command makeDiff(CLI::App& orvane);
 Command makeImport(CLI::App& orvane);
+Command makeLint(CLI::App& orvane);
 Command makePorts(CLI::App& orvane);
 
 // Refuses "", which a script passes for a variable that it forgot to set.
