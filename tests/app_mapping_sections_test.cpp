@@ -1,0 +1,123 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "orvane/app_mapping.h"
+#include "sample.h"
+
+namespace {
+
+TEST(AppMappingSections, AreThoseOfTheApplications) {
+  Random random(7);
+  for (int round = 0; round < 200; ++round) {
+    const OrvaneAppMapping mapping = random.mapping();
+    const bool close = random.below(2) == 0;
+    std::string sections;
+    std::string closed;
+    std::string initial;
+    std::string addNew;
+    for (const OrvaneApplication& application : mapping) {
+      sections += application.getSection(close);
+      closed += application.getSection(true);
+      initial += application.getInitialSection();
+      addNew += application.getAddNewSection(close);
+    }
+    ASSERT_EQ(mapping.getSection(close), sections);
+    ASSERT_EQ(mapping.getInitialSection(), initial);
+    ASSERT_EQ(mapping.getAddNewSection(close), addNew);
+    std::vector<char> buffer(closed.size() + 2, '#');
+    ASSERT_EQ(mapping.getSection(buffer.data()), closed.size());
+    ASSERT_EQ(std::string(buffer.begin(), buffer.end()), closed + '\0' + '#');
+  }
+}
+
+TEST(AppMappingSections, AreRead) {
+  for (const auto& [text, shown] :
+       {std::pair("UPID=9\nPortRange=80", ""), std::pair<const char*, const char*>(nullptr, ""),
+        std::pair(";", " 4294967295 1 0 0 -1 0\n  | 0 0 4294967295 0 -1 -1\n"),
+        std::pair("upid=9\nApplName=Web\nAction=1\nIPv4=1\n;\n"
+                  "UPID=9\nApplName=Mail\nAction=3\nGroupID=3\nSelectorTypeInfo=2\nIPv4=2\n;\n",
+                  "Web 9 1 1 0 -1 0\n  | 1 0 4294967295 0 -1 -1\n"
+                  "  | 2 0 4294967295 2 -1 -1\n")}) {
+    OrvaneAppMapping mapping;
+    mapping.addEx(makeApplication(9, "Old", {makeItem(1, "7")}));
+    mapping.setSection(text);
+    EXPECT_EQ(show(mapping), shown);
+  }
+}
+
+TEST(AppMappingSections, AreReadLikeTheirGroupsOneByOne) {
+  Random random(8);
+  for (int round = 0; round < 2000; ++round) {
+    std::string text;
+    OrvaneAppMapping groupByGroup;
+    for (unsigned int groups = random.below(8); groups > 0; --groups) {
+      const std::string group = random.group();
+      OrvaneApplication application;
+      application.setSection(group.c_str());
+      groupByGroup.add(application);
+      text += group + (groups > 1 ? "\n" : random.below(2) == 0 ? "" : "\n\nUPID=1\n");
+    }
+    OrvaneAppMapping atOnce = random.mapping();
+    atOnce.setSection(text.c_str());
+    ASSERT_EQ(show(atOnce), show(groupByGroup)) << text;
+  }
+}
+
+// The updated section, worded step by step.
+std::string plainUpdatedSection(const OrvaneAppMapping& older, const OrvaneAppMapping& newer,
+                                bool close) {
+  const auto less = [](const OrvaneApplication& a, const OrvaneApplication& b) {
+    return a < b || (a == b && a.lexItemsLess(b));
+  };
+  auto added = missingFrom<OrvaneApplication>(older, newer, less);
+  std::string text;
+  const auto write = [&](OrvaneApplication& application, tagActionType action) {
+    application.setAction(action);
+    text += application.getSection(close);
+  };
+  for (OrvaneApplication& application : missingFrom<OrvaneApplication>(newer, older, less)) {
+    if (application.getAction() == kOrvaneActionNone) continue;
+    const auto partner = std::find(added.begin(), added.end(), application);
+    if (partner != added.end()) {
+      write(application, kOrvaneActionRemove);
+      write(*partner, kOrvaneActionUpdate);
+    } else {
+      text += application.getDeleteSection(close);
+    }
+  }
+  for (OrvaneApplication& application : added) {
+    if (application.getAction() != kOrvaneActionAdd) continue;
+    write(application, application.getAppCategory() == 1 ? kOrvaneActionUpdate : kOrvaneActionAdd);
+  }
+  return text;
+}
+
+TEST(AppMappingSections, DescribeUpdates) {
+  Random random(9);
+  int written = 0;
+  for (int round = 0; round < 3000; ++round) {
+    OrvaneAppMapping older = random.mapping();
+    OrvaneAppMapping newer = random.below(2) == 0 ? random.mapping() : older;
+    for (unsigned int count = random.below(3); count > 0; --count) {
+      newer.addEx(random.application());
+      older.add(random.application());
+    }
+    if (random.below(3) != 0) {  // as one does who wants the difference of two sets
+      std::stable_sort(older.begin(), older.end());
+      std::stable_sort(newer.begin(), newer.end());
+    }
+    const std::string before = show(older) + "to\n" + show(newer);
+    const bool close = random.below(2) == 0;
+    const std::string text = older.getUpdatedSection(newer, close);
+    ASSERT_EQ(text, plainUpdatedSection(older, newer, close)) << before;
+    ASSERT_EQ(show(older) + "to\n" + show(newer), before);
+    written += text.empty() ? 0 : 1;
+  }
+  EXPECT_GT(written, 1000);
+}
+
+}  // namespace

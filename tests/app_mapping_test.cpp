@@ -1,0 +1,156 @@
+#include "orvane/app_mapping.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+
+#include "sample.h"
+
+namespace {
+
+// Applications with these UPIDs (-1: none), with identifiers from 100 on.
+OrvaneAppMapping makeMapping(std::initializer_list<int> upids) {
+  OrvaneAppMapping mapping;
+  for (const int upid : upids) {
+    OrvaneApplication application = makeApplication(static_cast<unsigned int>(upid));
+    application.setID(100 + static_cast<int>(mapping.size()));
+    mapping.addEx(application);
+  }
+  return mapping;
+}
+
+OrvaneApplication makeNew(int id, std::initializer_list<OrvanePortMapping> items = {}) {
+  OrvaneApplication application = makeApplication(kOrvaneNoUpid, "New", items);
+  application.setID(id);
+  return application;
+}
+
+// UPID, identifier and number of items of each application: "7/100:2".
+std::string keysOf(const OrvaneAppMapping& mapping) {
+  std::ostringstream out;
+  for (const OrvaneApplication& application : mapping) {
+    out << ' ' << static_cast<int>(application.getUpid()) << '/' << application.getID() << ':'
+        << application.getItems().size();
+  }
+  return out.str();
+}
+
+TEST(AppMapping, AddsByKey) {
+  OrvaneAppMapping mapping = makeMapping({7});
+  mapping.add(makeApplication(7, "Mail", {makeItem(1, "25"), makeItem(2)}));
+  EXPECT_STREQ(mapping[0].getName(), "");
+  mapping.add(makeNew(5));
+  mapping.update(makeNew(6));
+  mapping.add(makeNew(5, {makeItem(1)}));
+  mapping.add(makeNew(100, {makeItem(3)}));  // the identifier of an application that has a UPID
+  EXPECT_EQ(keysOf(mapping), " 7/100:3 -1/5:1 -1/6:0");
+  const OrvaneApplication* const appended = mapping.addEx(mapping[0]);
+  EXPECT_EQ(appended, &mapping.back());
+  mapping.add(mapping[1]);
+  EXPECT_EQ(keysOf(mapping), " 7/100:3 -1/5:1 -1/6:0 7/100:3");
+}
+
+TEST(AppMapping, FindsAndCounts) {
+  OrvaneAppMapping mapping = makeMapping({-1, 7, 8, 7});
+  mapping[2].setAppCategory("1");
+  mapping[3].setType("2");
+  for (OrvaneApplication& application : mapping) {
+    application.setName("Web");
+    application.update(makeApplication(1, "", {makeItem(1), makeItem(2)}));
+  }
+  const auto type1 = kOrvaneSelectorTypeDefault;
+  const auto type2 = static_cast<tagSelectorType>(2);
+  const OrvaneAppMapping& constant = mapping;
+  EXPECT_EQ(mapping.find(7), &mapping[1]);
+  EXPECT_EQ(constant.find(kOrvaneNoUpid), &constant[0]);
+  EXPECT_TRUE(mapping.find(9) == mapping.end());
+  EXPECT_EQ(constant.findId(103), &constant[3]);
+  EXPECT_TRUE(constant.end() == constant.findId(7));
+  EXPECT_EQ(mapping.find("Web", kOrvaneCategory0, type1), &mapping[0]);
+  EXPECT_EQ(mapping.find("Web", kOrvaneCategory1, type1), &mapping[2]);
+  EXPECT_EQ(mapping.find("Web", kOrvaneCategory0, type2), &mapping[3]);
+  for (const char* name : {"web", "Web ", "We", ""}) {
+    EXPECT_TRUE(constant.find(name, kOrvaneCategory0, type1) == mapping.end()) << name;
+  }
+  EXPECT_EQ(mapping.getCount(type1) * 10 + mapping.getCount(type2), 62);
+}
+
+TEST(AppMapping, RemovesAndMarksDeleted) {
+  OrvaneAppMapping mapping = makeMapping({7, -1, 8, 7, -1});
+  mapping.setDeleted(&mapping[1]);
+  mapping.setDeleted(&mapping[0]);
+  EXPECT_EQ(keysOf(mapping), " 7/100:0 8/102:0 7/103:0 -1/104:0");
+  EXPECT_EQ(mapping[0].getAction(), kOrvaneActionDelete);
+  mapping.remove(&mapping[1]);
+  mapping.remove(makeApplication(7));
+  mapping.remove(makeNew(102));
+  EXPECT_EQ(keysOf(mapping), " 7/103:0 -1/104:0");
+  mapping.remove(mapping[1]);
+  mapping.remove(mapping.find(5));
+  mapping.setDeleted(mapping.find(5));
+  EXPECT_EQ(keysOf(mapping), " 7/103:0");
+}
+
+TEST(AppMapping, ReadsRecords) {
+  OrvaneAppMapping mapping = makeMapping({7, 8});
+  for (const char* record : {"443|2|1|2|7|Mail|4|3", "443|2|1|2||Mail|4|3", "|2|1|2|8|Mail|4|3",
+                             "444|2|1|2|7|Mail|5|3"}) {
+    mapping.add(makeRecord(record).data());
+  }
+  EXPECT_EQ(show(mapping),
+            " 8 1 0 0 -1 101\nMail 0 2 1 0 -1 0\n  443| 2 0 4 3 -1 -1\n"
+            " 7 1 0 0 -1 100\n  443,444| 2 0 4 3 -1 -1\n");
+}
+
+TEST(AppMapping, SortsByName) {
+  OrvaneAppMapping mapping = makeMapping({0, 1, 2, 3, 4, 5});
+  const char* const names[] = {"web", "Zebra", "\xC3", "Mail", "", "Mai"};
+  for (std::size_t i = 0; i < mapping.size(); ++i) mapping[i].setName(names[i]);
+  mapping.sortByName();
+  EXPECT_EQ(keysOf(mapping), " 4/104:0 5/105:0 3/103:0 1/101:0 0/100:0 2/102:0");
+}
+
+void plainRemoveNew(OrvaneAppMapping& mapping, OrvaneAppMapping& other) {
+  for (auto position = other.begin(); position != other.end();) {
+    if (position->getUpid() == kOrvaneNoUpid && position->getItems().size() > 1) {
+      mapping.add(*position);
+      position = other.erase(position);
+    } else {
+      ++position;
+    }
+  }
+}
+
+void plainUpdateNew(const OrvaneAppMapping& mapping, OrvaneAppMapping& other) {
+  for (const OrvaneApplication& application : mapping) {
+    OrvaneApplication* const found =
+        other.find(application.getName(), application.getAppCategory(), application.getType());
+    if (found == other.end()) continue;
+    found->setAction(kOrvaneActionUpdate);
+    found->setUpid(application.getUpid());
+    if (!application.getItems().empty()) found->deleteItem(application.getItems()[0]);
+  }
+}
+
+TEST(AppMapping, TakesNewApplicationsOverAndPassesUpidsOn) {
+  Random random(6);
+  for (int round = 0; round < 3000; ++round) {
+    OrvaneAppMapping mapping = random.mapping();
+    OrvaneAppMapping other = random.mapping();
+    OrvaneAppMapping plain(mapping);
+    OrvaneAppMapping plainOther(other);
+    const std::string before = show(mapping) + "and\n" + show(other);
+    if (random.below(2) == 0) {
+      mapping.updateNew(other);
+      plainUpdateNew(plain, plainOther);
+    } else {
+      mapping.removeNew(other);
+      plainRemoveNew(plain, plainOther);
+    }
+    ASSERT_EQ(show(other), show(plainOther)) << before;
+    ASSERT_EQ(show(mapping), show(plain)) << before;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,87 @@
+#include "orvane/sorted_vector.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+// Ordered by key; the tag goes with construction only, as assignment leaves it.
+struct Tagged {
+  int key;
+  std::string tag;
+
+  Tagged(int number, std::string text) : key(number), tag(std::move(text)) {}
+  Tagged(const Tagged&) = default;
+  Tagged(Tagged&&) noexcept = default;
+  ~Tagged() = default;
+  Tagged& operator=(const Tagged& other) {
+    key = other.key;
+    return *this;
+  }
+  bool operator<(const Tagged& other) const { return key < other.key; }
+};
+
+using Plain = std::vector<std::pair<int, std::string>>;
+
+template <typename Vector>
+Plain plainOf(const Vector& vector) {
+  Plain plain;
+  for (const Tagged& element : vector) plain.emplace_back(element.key, element.tag);
+  return plain;
+}
+
+// Random insertions, with and without hints, and removals against a plain vector.
+template <bool kUnique>
+void compareWithPlainVector() {
+  std::mt19937 random(3);
+  sorted_vector<Tagged, kUnique> vector;
+  Plain plain;
+  for (unsigned int step = 0; step < 5000; ++step) {
+    const Tagged value(static_cast<int>(random() % 12), std::string(step % 40, 'x'));
+    const auto first = std::find_if(plain.begin(), plain.end(),
+                                    [&](const auto& held) { return held.first >= value.key; });
+    const bool isHeld = first != plain.end() && first->first == value.key;
+    const auto rank = first - plain.begin();
+    ASSERT_EQ(vector.lower_bound(value) - vector.begin(), rank);
+    ASSERT_EQ(vector.find(value), isHeld ? vector.begin() + rank : vector.end());
+    if (isHeld && random() % 3 != 0) {
+      ASSERT_EQ(vector.erase(vector.begin() + rank) - vector.begin(), rank);
+      plain.erase(first);
+    } else {
+      const auto* const hint = vector.begin() + random() % (vector.size() + 1);
+      const auto* const placed =
+          random() % 2 == 0 ? vector.insert(value) : vector.insert(hint, value);
+      ASSERT_EQ(placed->key, value.key);
+      if (!kUnique || !isHeld) {
+        plain.emplace(plain.begin() + (placed - vector.begin()), value.key, value.tag);
+      }
+    }
+    ASSERT_EQ(plainOf(vector), plain);
+    ASSERT_TRUE(std::is_sorted(vector.begin(), vector.end()));
+    if (step % 100 == 0) vector = sorted_vector<Tagged, kUnique>(vector);
+  }
+}
+
+TEST(SortedVector, KeepsOrderAndMovesElementsWhole) {
+  compareWithPlainVector<true>();
+  compareWithPlainVector<false>();
+}
+
+TEST(SortedVector, CopiesExactly) {
+  sorted_vector<Tagged, true> vector = {{1, "x"}, {2, "y"}};
+  vector = sorted_vector<Tagged, true>{{5, "e"}, {1, "a"}, {5, "f"}};
+  vector = *&vector;
+  vector.insert(vector.front());  // an element of its own
+  sorted_vector<Tagged, true> moved = std::move(vector);
+  moved.reserve(100);
+  EXPECT_EQ(plainOf(moved), (Plain{{1, "a"}, {5, "e"}}));
+  moved.clear();
+  EXPECT_EQ(moved.find({1, ""}), moved.end());
+}
+
+}  // namespace
