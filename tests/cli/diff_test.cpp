@@ -1,0 +1,127 @@
+#include <nlohmann/json.hpp>
+
+#include "command_test.h"
+#include "orvane/app_mapping.h"
+
+namespace orvane::cli {
+namespace {
+
+using DiffTest = CommandTest;
+
+std::string upid(int number, const std::string& lines) {
+  return group("UPID=" + std::to_string(number) + "/GroupID=1/" + lines);
+}
+
+TEST_F(DiffTest, Summary) {
+  struct Case {
+    std::string older;
+    std::string newer;
+    std::string summary;
+  };
+  const Case cases[] = {
+      {upid(1, "PortRange=1"), upid(1, "PortRange=1"), ""},
+      {upid(1, "PortRange=1"), group("UPID=1/GroupID=2/PortRange=1"), ""},
+      {upid(2, "PortRange=1") + upid(1, ""), upid(1, "") + upid(2, "PortRange=1"), ""},
+      {upid(1, "PortRange=1"), "", "removed 1 ''\n  no address: item removed: 1\n"},
+      {"", upid(1, "IPv4=1.2.3.4"), "added 1 ''\n  1.2.3.4: item added: no ports\n"},
+      {upid(1, "PortRange=80,443,10-20,30-40,50-60"),
+       upid(1, "PortRange=80,8080,10-20,35-40,70-79"),
+       "changed 1 ''\n  no address: ports removed: 443,50-60\n"
+       "  no address: ports added: 8080,70-79\n  no address: range 30-40 -> 35-40\n"},
+      {upid(1, "ApplName=Web/SelectorType=1/Action=1/SelectorTypeInfo=0/UniqueBlockNumber=1"),
+       upid(1, "ApplName=\x1b/SelectorType=2/Action=4/SelectorTypeInfo=2/UniqueBlockNumber=2"),
+       "changed 1 'Web'\n  name 'Web' -> '\\x1b'\n  type 1 -> 2\n  category 0 -> 1\n"
+       "  action 1 -> 4\n  no address: block number 1 -> 2\n"
+       "  no address: selector info 0 -> 2\n"},
+      {upid(1, "IPv4=1/PortRange=1") + upid(1, "IPv4=2/PortRange=2"),
+       upid(1, "IPv4=2/PortRange=2") + upid(1, "IPv4=3/PortRange=3"),
+       "changed 1 ''\n  0.0.0.1: item removed: 1\n  0.0.0.3: item added: 3\n"},
+      // New applications are matched by name, several of one name in their order.
+      {group("GroupID=1/ApplName=B/PortRange=1") + group("GroupID=2/ApplName=C/PortRange=2"),
+       group("GroupID=8/ApplName=C/PortRange=2") + group("GroupID=9/ApplName=A/PortRange=1"),
+       "added new 'A'\n  no address: item added: 1\n"
+       "removed new 'B'\n  no address: item removed: 1\n"},
+      {group("GroupID=1/ApplName=A/PortRange=1") + group("GroupID=2/ApplName=A/PortRange=2"),
+       group("GroupID=3/ApplName=A/PortRange=2") + group("GroupID=4/ApplName=A/PortRange=1"), ""},
+  };
+  for (const Case& test : cases) {
+    write("old", test.older);
+    write("new", test.newer);
+    const Result result = run("diff --summary old new");
+    EXPECT_EQ(result.out, test.summary);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.status, test.summary.empty() ? 0 : 1);
+    EXPECT_EQ(run("diff old new").status, result.status) << test.summary;
+  }
+}
+
+TEST_F(DiffTest, ChangeSectionsAreThoseOfTheOrderedCollections) {
+  const std::string same = upid(3, "Action=1/PortRange=3");
+  const std::string older[] = {upid(1, "Action=1/PortRange=1"), upid(4, "Action=4/PortRange=4")};
+  const std::string newer[] = {upid(1, "Action=1/PortRange=2"), upid(5, "Action=1/PortRange=5")};
+  OrvaneAppMapping before;
+  OrvaneAppMapping after;
+  before.setSection((older[0] + same + older[1]).c_str());
+  after.setSection((newer[0] + same + newer[1]).c_str());
+  write("old", older[1] + older[0] + same);
+  const Result result = run("diff old -", newer[1] + same + newer[0]);
+  EXPECT_EQ(result.out, before.getUpdatedSection(after, true));
+  EXPECT_EQ(result.out.find("UPID=3\n"), std::string::npos);
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.status, 1);
+}
+
+TEST_F(DiffTest, NewApplicationThatStaysIsNotWithdrawnWhenAnotherComes) {
+  const std::string b = group("GroupID=1/ApplName=B/Action=1/PortRange=1");
+  write("old", b);
+  write("new", b + group("GroupID=2/ApplName=A/Action=1/PortRange=2"));
+  const std::string sections = run("diff old new").out;
+  EXPECT_NE(sections.find("ApplName=A\n"), std::string::npos);
+  EXPECT_EQ(sections.find("ApplName=B\n"), std::string::npos);
+}
+
+TEST_F(DiffTest, NotesWhatChangeSectionsLeaveOut) {
+  const std::string unwritten = "left out because of the action code; --assume-action 1";
+  const std::string unlooked = "none that change sections tell; --summary";
+  struct Case {
+    std::string options;
+    std::string older;
+    std::string newer;
+    int groups;  // written
+    std::string notes;
+  };
+  const Case cases[] = {
+      {"", upid(1, "Action=1/PortRange=1"), upid(1, "Action=1/PortRange=2"), 2, ""},
+      {"", upid(1, "PortRange=1"), upid(1, "PortRange=2"), 0, unwritten},
+      {"--assume-action 1", upid(1, "PortRange=1"), upid(1, "PortRange=2"), 2, ""},
+      {"", upid(1, "PortRange=1"), upid(1, "Action=1/PortRange=2"), 1, unwritten},
+      {"", upid(1, "PortRange=1"), "", 0, unwritten},
+      {"", "", upid(1, "Action=4/PortRange=1"), 0, unwritten},
+      {"", "", upid(1, "Action=1/PortRange=1"), 1, ""},
+      {"", upid(1, "PortRange=1-9"), upid(1, "PortRange=2-9"), 0, unlooked},
+      {"", upid(1, "Action=1"), upid(1, "Action=4"), 0, unlooked},
+  };
+  for (const Case& test : cases) {
+    write("old", test.older);
+    write("new", test.newer);
+    const Result result = run("diff old new " + test.options);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(std::count(result.out.begin(), result.out.end(), ';'), test.groups) << test.newer;
+    EXPECT_EQ(result.err.empty(), test.notes.empty()) << result.err;
+    EXPECT_NE(result.err.find(test.notes), std::string::npos) << result.err;
+  }
+}
+
+TEST_F(DiffTest, JsonSummary) {
+  write("old", upid(1, "ApplName=Web/IPv4=1.2.3.4/PortRange=80"));
+  const Result result =
+      run("diff --summary --json old -", upid(1, "ApplName=Web/IPv4=1.2.3.4/PortRange=81"));
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(nlohmann::json::parse(result.out), nlohmann::json::parse(R"([
+    {"change": "changed", "upid": 1, "name": "Web", "facts": [
+      {"address": "1.2.3.4", "fact": "ports", "before": "80", "after": ""},
+      {"address": "1.2.3.4", "fact": "ports", "before": "", "after": "81"}]}])"));
+}
+
+}  // namespace
+}  // namespace orvane::cli
