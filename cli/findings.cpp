@@ -15,7 +15,8 @@ namespace {
 
 constexpr std::size_t kNameRoom = sizeof tagApplication::name - 1;
 
-void checkPorts(std::string_view, std::string_view text, std::size_t line, Findings& findings) {
+void checkPorts(std::string_view /*key*/, std::string_view text, std::size_t line,
+                Findings& findings) {
   checkPortList(text, line, findings);
 }
 

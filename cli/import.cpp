@@ -1,4 +1,3 @@
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>

@@ -4,9 +4,8 @@
 #include "cli/command.h"
 #include "cli/findings.h"
 #include "cli/json.h"
+#include "cli/mapping_file.h"
 #include "cli/output.h"
-#include "cli/section_reader.h"
-#include "cli/text.h"
 
 namespace orvane::cli {
 namespace {
