@@ -95,13 +95,13 @@ void noteOmissions(const std::vector<Difference>& differences) {
     return difference.inSections() && !difference.isWritten();
   });
   if (unwritten > 0) {
-    writeError("orvane diff: note: the changes of " + applicationCount(unwritten) +
-               " are left out because of the action code; --assume-action 1 writes those with"
-               " code 0\n");
+    writeError("orvane diff: note: " + applicationCount(unwritten) +
+               " left out because of the action code; --assume-action 1 gives action 1 to those"
+               " that carry 0\n");
   }
   if (unlooked > 0) {
-    writeError("orvane diff: note: the changes of " + applicationCount(unlooked) +
-               " are none that change sections tell; --summary lists them\n");
+    writeError("orvane diff: note: " + applicationCount(unlooked) +
+               " changed in nothing that change sections tell; --summary lists them\n");
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include "cli/command.h"
 #include "cli/findings.h"
+#include "cli/input.h"
 #include "cli/json.h"
 #include "cli/mapping_file.h"
 #include "cli/output.h"
@@ -38,7 +39,7 @@ std::string linesOf(const Input& input, const Findings& findings) {
 }
 
 ExitStatus lint(const Options& options) {
-  const Input input = readSectionText(options.file);
+  const Input input = readInput(options.file);
   const Findings findings = findingsOf(input.text);
   writeOutput(options.json ? jsonOf(input, findings) : linesOf(input, findings), options.output,
               {options.file});

@@ -2,6 +2,7 @@
 
 #include "cli/command.h"
 #include "cli/findings.h"
+#include "cli/input.h"
 #include "cli/output.h"
 #include "cli/section_reader.h"
 
@@ -14,17 +15,12 @@ void addSectionText(CLI::App& command, const std::string& name, std::string& pat
       ->check(kNotEmpty);
 }
 
-Input readSectionText(const std::string& path) {
-  Input input = readInput(path);
+OrvaneAppMapping readApplications(const std::string& path) {
+  const Input input = readInput(path);
   SectionGroup group;
   if (!input.text.empty() && !SectionReader(input.text).next(group)) {
     throw Failure(input.name + ": no group is closed by a terminator line such as \";\"");
   }
-  return input;
-}
-
-OrvaneAppMapping readApplications(const std::string& path) {
-  const Input input = readSectionText(path);
   for (const Finding& finding : findingsOf(input.text)) {
     if (!finding.isNote) writeError(lineLabel(input, finding.line) + finding.message + "\n");
   }

@@ -82,7 +82,7 @@ TEST_F(DiffTest, NewApplicationThatStaysIsNotWithdrawnWhenAnotherComes) {
 
 TEST_F(DiffTest, NotesWhatChangeSectionsLeaveOut) {
   const std::string unwritten = "left out because of the action code; --assume-action 1";
-  const std::string unlooked = "none that change sections tell; --summary";
+  const std::string unlooked = "changed in nothing that change sections tell; --summary";
   struct Case {
     std::string options;
     std::string older;

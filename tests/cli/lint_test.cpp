@@ -61,6 +61,7 @@ TEST_F(LintTest, Findings) {
            std::string(31, 'b') + "'\n"},
       {"UPID=1\r\n;\r\n",
        "1: carriage return at the end of 2 lines, this one first: it counts as part of the line\n"},
+      {"UPID=2\n", "1: no terminator line follows: the text from here on is dropped\n"},
       {group("UPID=1") + "UPID=2\n\nAction=1",
        "3: no terminator line follows: the text from here on is dropped\n"},
       {";\nUPID=1\nthe \x1b"
