@@ -20,12 +20,6 @@ OrvaneAppMapping makeMapping(std::initializer_list<int> upids) {
   return mapping;
 }
 
-OrvaneApplication makeNew(int id, std::initializer_list<OrvanePortMapping> items = {}) {
-  OrvaneApplication application = makeApplication(kOrvaneNoUpid, "New", items);
-  application.setID(id);
-  return application;
-}
-
 // UPID, identifier and number of items of each application: "7/100:2".
 std::string keysOf(const OrvaneAppMapping& mapping) {
   std::ostringstream out;
@@ -38,20 +32,20 @@ std::string keysOf(const OrvaneAppMapping& mapping) {
 
 TEST(AppMapping, AddsByKey) {
   OrvaneAppMapping mapping = makeMapping({7});
-  mapping.add(makeApplication(7, "Mail", {makeItem(1, "25"), makeItem(2)}));
-  EXPECT_STREQ(mapping[0].getName(), "");
-  mapping.add(makeNew(5));
-  mapping.update(makeNew(6));
-  mapping.add(makeNew(5, {makeItem(1)}));
-  mapping.add(makeNew(100, {makeItem(3)}));  // the identifier of an application that has a UPID
-  EXPECT_EQ(keysOf(mapping), " 7/100:3 -1/5:1 -1/6:0");
+  OrvaneApplication fresh = makeApplication(kOrvaneNoUpid, "New", {makeItem(3)});
+  for (const int id : {4, 100, 4}) {  // 100 is the identifier of an application that has a UPID
+    fresh.setID(id);
+    mapping.add(fresh);
+  }
+  mapping.update(makeApplication(7, "Mail", {makeItem(1, "25")}));
   const OrvaneApplication* const appended = mapping.addEx(mapping[0]);
   EXPECT_EQ(appended, &mapping.back());
   mapping.add(mapping[1]);
-  EXPECT_EQ(keysOf(mapping), " 7/100:3 -1/5:1 -1/6:0 7/100:3");
+  EXPECT_EQ(keysOf(mapping), " 7/100:2 -1/4:1 7/100:2");
+  EXPECT_STREQ(mapping[0].getName(), "");
 }
 
-TEST(AppMapping, FindsAndCounts) {
+TEST(AppMapping, FindsCountsAndSorts) {
   OrvaneAppMapping mapping = makeMapping({-1, 7, 8, 7});
   mapping[2].setAppCategory("1");
   mapping[3].setType("2");
@@ -62,31 +56,34 @@ TEST(AppMapping, FindsAndCounts) {
   const auto type1 = kOrvaneSelectorTypeDefault;
   const auto type2 = static_cast<tagSelectorType>(2);
   const OrvaneAppMapping& constant = mapping;
-  EXPECT_EQ(mapping.find(7), &mapping[1]);
-  EXPECT_EQ(constant.find(kOrvaneNoUpid), &constant[0]);
+  auto first = mapping.begin();
+  EXPECT_TRUE(mapping.find(7) == &mapping[1] && constant.find(kOrvaneNoUpid) == constant.data());
   EXPECT_TRUE(mapping.find(9) == mapping.end());
   EXPECT_EQ(constant.findId(103), &constant[3]);
   EXPECT_TRUE(constant.end() == constant.findId(7));
-  EXPECT_EQ(mapping.find("Web", kOrvaneCategory0, type1), &mapping[0]);
+  EXPECT_EQ(mapping.find("Web", kOrvaneCategory0, type1), mapping.data());
   EXPECT_EQ(mapping.find("Web", kOrvaneCategory1, type1), &mapping[2]);
   EXPECT_EQ(mapping.find("Web", kOrvaneCategory0, type2), &mapping[3]);
   for (const char* name : {"web", "Web ", "We", ""}) {
     EXPECT_TRUE(constant.find(name, kOrvaneCategory0, type1) == mapping.end()) << name;
   }
   EXPECT_EQ(mapping.getCount(type1) * 10 + mapping.getCount(type2), 62);
+  for (const char* name : {"web", "\xC3", "Mail", ""}) (first++)->setName(name);
+  mapping.sortByName();
+  EXPECT_EQ(keysOf(mapping), " 7/103:2 8/102:2 -1/100:2 7/101:2");
 }
 
 TEST(AppMapping, RemovesAndMarksDeleted) {
   OrvaneAppMapping mapping = makeMapping({7, -1, 8, 7, -1});
   mapping.setDeleted(&mapping[1]);
-  mapping.setDeleted(&mapping[0]);
+  mapping.setDeleted(mapping.data());
   EXPECT_EQ(keysOf(mapping), " 7/100:0 8/102:0 7/103:0 -1/104:0");
   EXPECT_EQ(mapping[0].getAction(), kOrvaneActionDelete);
   mapping.remove(&mapping[1]);
   mapping.remove(makeApplication(7));
-  mapping.remove(makeNew(102));
   EXPECT_EQ(keysOf(mapping), " 7/103:0 -1/104:0");
-  mapping.remove(mapping[1]);
+  mapping.remove(mapping[1]);  // by its identifier
+  mapping.remove(makeApplication(kOrvaneNoUpid));
   mapping.remove(mapping.find(5));
   mapping.setDeleted(mapping.find(5));
   EXPECT_EQ(keysOf(mapping), " 7/103:0");
@@ -101,14 +98,6 @@ TEST(AppMapping, ReadsRecords) {
   EXPECT_EQ(show(mapping),
             " 8 1 0 0 -1 101\nMail 0 2 1 0 -1 0\n  443| 2 0 4 3 -1 -1\n"
             " 7 1 0 0 -1 100\n  443,444| 2 0 4 3 -1 -1\n");
-}
-
-TEST(AppMapping, SortsByName) {
-  OrvaneAppMapping mapping = makeMapping({0, 1, 2, 3, 4, 5});
-  const char* const names[] = {"web", "Zebra", "\xC3", "Mail", "", "Mai"};
-  for (std::size_t i = 0; i < mapping.size(); ++i) mapping[i].setName(names[i]);
-  mapping.sortByName();
-  EXPECT_EQ(keysOf(mapping), " 4/104:0 5/105:0 3/103:0 1/101:0 0/100:0 2/102:0");
 }
 
 void plainRemoveNew(OrvaneAppMapping& mapping, OrvaneAppMapping& other) {

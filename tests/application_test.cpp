@@ -20,7 +20,7 @@ TEST(Application, StartsWithDefaultsAndAFreshIdentifier) {
   EXPECT_LE(drawn % 1024, 5U);  // seconds since
   EXPECT_LE(drawn / 1024, 0x7FFFU);
   std::set<unsigned int> numbers;
-  for (int count = 0; count < 100; ++count) numbers.insert(application.getUniqueID() / 1024);
+  for (int count = 0; count < 100; ++count) numbers.insert(OrvaneApplication::getUniqueID() / 1024);
   EXPECT_GT(numbers.size(), 50U);
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "orvane/orvane.h"
@@ -10,31 +12,29 @@
 namespace {
 
 TEST(BadInput, NumbersAreReadModulo2To32) {
-  const struct {
-    std::string text;
-    unsigned int number;
-  } cases[] = {{"4294967296", 0},
-               {"-4294967295", 1},
-               {"2147483648", 0x80000000},
-               {"99999999999999999999", 1661992959},
-               {"-99999999999999999999", 2632974337},
-               {"1" + std::string(1 << 20, '0') + "7", 7},
-               {"+-1", 0},
-               {"0x10", 0},
-               {"\xA0", 0}};
-  for (const auto& c : cases) {
+  const std::pair<std::string, unsigned int> cases[] = {{"4294967296", 0},
+                                                        {"99999999999999999999", 1661992959},
+                                                        {"-99999999999999999999", 2632974337},
+                                                        {"0x10", 0},
+                                                        {"2147483648", 0x80000000},
+                                                        {"1" + std::string(1 << 20, '0') + "7", 7},
+                                                        {"+-1", 0},
+                                                        {"-4294967295", 1},
+                                                        {"\xA0", 0}};
+  for (const auto& [digits, number] : cases) {
+    const char* const text = digits.c_str();
     OrvanePortMapping item;
     OrvaneApplication application;
-    item.setIp(c.text.c_str());
-    item.setUniqueBlockNumber(c.text.c_str());
-    item.setSelectorInfo(c.text.c_str());
-    application.setSection(("UPID=" + c.text + "\n;").c_str());
-    application.setType(c.text.c_str());
+    item.setIp(text);
+    item.setUniqueBlockNumber(text);
+    item.setSelectorInfo(text);
+    application.setSection(("UPID=" + digits + "\n;").c_str());
+    application.setType(text);
     for (const unsigned int read :
          {item.getIpAddress(), item.getUniqueBlockNumber(), application.getUpid(),
           static_cast<unsigned int>(item.getSelectorInfo()),
           static_cast<unsigned int>(application.getType())}) {
-      EXPECT_EQ(read, c.number) << c.text.substr(0, 40);
+      EXPECT_EQ(read, number) << digits.substr(0, 40);
     }
   }
 }
@@ -44,28 +44,26 @@ TEST(BadInput, OddTextsAreReadWhole) {
   for (unsigned int number = 3; number <= 150000; number += 3) {
     ranges += std::to_string(number) + "-" + std::to_string(number + 1) + ",";
   }
-  const struct {
-    std::string text;
-    std::size_t ports, ranges;
-  } cases[] = {{std::string(1 << 20, 'x'), 0, 0},
-               {std::string(1 << 20, '9'), 0, 0},
-               {std::string(1 << 20, ','), 0, 0},
-               {std::string(1 << 20, ' ') + "80", 1, 0},
-               {std::string(10000, '-'), 0, 0},
-               {"80" + std::string(10000, '-') + "90", 0, 1},
-               {ranges, 0, 50000},
-               {"\x01\x7F\x80\xFF\t\v\f\r", 0, 0}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.text.substr(0, 40));
-    const OrvanePortMapping item = makeItem(0, c.text.c_str());
-    EXPECT_EQ(item.getPorts().size(), c.ports);
-    EXPECT_EQ(item.getRanges().size(), c.ranges);
-    const OrvaneIni ini((c.text + "=" + c.text + "\n" + c.text).c_str());
-    EXPECT_EQ(ini.getSection(0, false), c.text + "=" + c.text + "\n");
+  const std::tuple<std::string, std::size_t, std::size_t> cases[] = {
+      {std::string(1 << 20, 'x'), 0, 0},
+      {std::string(1 << 20, '9'), 0, 0},
+      {std::string(1 << 20, ','), 0, 0},
+      {std::string(1 << 20, ' ') + "80", 1, 0},
+      {std::string(10000, '-'), 0, 0},
+      {"80" + std::string(10000, '-') + "90", 0, 1},
+      {ranges, 0, 50000},
+      {"\x01\x7F\x80\xFF\t\v\f\r", 0, 0}};
+  for (const auto& [text, ports, rangeCount] : cases) {
+    SCOPED_TRACE(text.substr(0, 40));
+    const OrvanePortMapping item = makeItem(0, text.c_str());
+    EXPECT_TRUE(item.getPorts().size() == ports && item.getRanges().size() == rangeCount);
+    const std::string pair = std::string(text).append("=").append(text).append("\n");
+    EXPECT_EQ(OrvaneIni((pair + text).c_str()).getSection(0, false), pair);
     OrvaneAppMapping mapping;
-    mapping.setSection(("ApplName=" + c.text + "\nPortRange=" + c.text + "\n" + c.text).c_str());
+    mapping.setSection(
+        ("ApplName=" + std::string(text).append("\nPortRange=").append(text) + "\n;").c_str());
     ASSERT_EQ(mapping.size(), 1U);
-    EXPECT_EQ(mapping[0].getName(), c.text.substr(0, 31));
+    EXPECT_EQ(mapping[0].getName(), text.substr(0, 31));
     EXPECT_EQ(showSets(mapping[0].getItems()[0]), showSets(item));
   }
 }
@@ -112,38 +110,33 @@ TEST(BadInput, TextsEndAtTheirNulAndNullIsIgnored) {
 }
 
 TEST(BadInput, CheckedOperationsRefuseWhatIsCutShort) {
-  const auto itemRecord = makeRecord("80,443|3232235786|7|1");
   const auto record = makeRecord("80,443|3232235786|1|1|7|Web|12|3");
-  OrvanePortMapping item = makeItem(1, "5");
-  OrvaneApplication application = makeApplication(7, "Old", {item});
+  const std::size_t itemLength = makeRecord("80,443|3232235786|1|1").size();
+  const OrvanePortMapping item = makeItem(1, "5");
   OrvaneAppMapping mapping;
-  mapping.addEx(application);
-  const std::string before = show(item) + show(application) + show(mapping);
-  // Each prefix has memory of its own, so that a read beyond its end is seen.
-  for (std::vector<unsigned char> cut(record); !cut.empty();) {
-    cut = {cut.begin(), cut.end() - 1};
-    EXPECT_FALSE(application.setValuesChecked(cut)) << cut.size();
-    EXPECT_FALSE(mapping.addChecked(cut)) << cut.size();
+  mapping.addEx(makeApplication(7, "Old", {item}));
+  const std::string before = show(mapping);
+  for (std::size_t length = 0; length < record.size(); ++length) {
+    // In memory of its own, so that a read beyond the end is seen.
+    const std::vector<unsigned char> cut(record.data(), record.data() + length);
+    EXPECT_FALSE(mapping[0].setValuesChecked(cut) || mapping.addChecked(cut)) << length;
+    OrvanePortMapping read(item);
+    EXPECT_EQ(read.setValuesChecked(cut), length >= itemLength) << length;
+    EXPECT_EQ(show(read) == show(item), length < itemLength) << length;
   }
-  for (std::vector<unsigned char> cut(itemRecord); !cut.empty();) {
-    cut = {cut.begin(), cut.end() - 1};
-    EXPECT_FALSE(item.setValuesChecked(cut)) << cut.size();
-  }
-  // Only the first byte of a record without a port list counts, and none after the record.
-  EXPECT_TRUE(application.setValuesChecked(std::vector<unsigned char>{0}));
-  EXPECT_TRUE(mapping.addChecked(std::vector<unsigned char>{0, 'x'}));
-  EXPECT_TRUE(item.setValuesChecked(std::vector<unsigned char>{0, 'x'}));
-  EXPECT_EQ(show(item) + show(application) + show(mapping), before);
-  EXPECT_TRUE(item.setValuesChecked(record));
-  EXPECT_EQ(item.getSelectorInfo(), 1);
+  // Only the first byte of a record without a port list counts.
+  const std::vector<unsigned char> ignored = {0};
+  EXPECT_TRUE(mapping[0].setValuesChecked(ignored) && mapping.addChecked(ignored));
+  EXPECT_EQ(show(mapping), before);
+  EXPECT_TRUE(mapping[0].setValuesChecked(record) && mapping.addChecked(record));
 
   const std::string text = mapping.getSection(true);
   for (std::size_t room = 0; room <= text.size() + 2; ++room) {
     std::vector<char> buffer(room, '#');
     const auto written = mapping.getSectionChecked(buffer);
-    EXPECT_EQ(written.value_or(text.size() + 1), text.size() + (room <= text.size() ? 1 : 0));
-    EXPECT_EQ(std::count(buffer.begin(), buffer.end(), '#'),
-              written ? room - text.size() - 1 : room);
+    EXPECT_EQ(written.value_or(0), room > text.size() ? text.size() : 0) << room;
+    const auto kept = std::count(buffer.begin(), buffer.end(), '#');
+    EXPECT_EQ(static_cast<std::size_t>(kept), written ? room - text.size() - 1 : room) << room;
   }
 }
 

@@ -24,6 +24,7 @@ TEST(PortList, ReadsAndWrites) {
       {"0,65536,abc,,80,-5,4294967297,80", "1,80|", "1,80"},
       {"100-0,0-100, 8 , 90 - 95 ", "8,100|90-95", "8,90-95,100"},
       {"65535,65534-70000,70001", "|65534-70000", "65534-70000"},
+      {"80,65540-70000", "80|65540-70000", "80,65540-70000"},
       {"80,4294967295-5", "80|4294967295-5", "4294967295-5,80"},
       {",,", "|", ""},
       {"", "|", ""}};
@@ -127,7 +128,7 @@ TEST(PortList, WritesDisjointItemsAsTheyWereWrittenBefore) {
       std::string token = std::to_string(next);
       if (random.below(2) == 0) token += "-" + std::to_string(next += random.below(3));
       canonical += (canonical.empty() ? "" : ",") + token;
-      shuffled = random.below(2) == 0 ? shuffled + "," + token : token + "," + shuffled;
+      shuffled.insert(random.below(2) == 0 ? 0 : shuffled.size(), token + ",");
     }
     ASSERT_EQ(makeItem(0, shuffled.c_str()).getPortsAsString(), canonical) << shuffled;
     ASSERT_EQ(makeItem(0, canonical.c_str()).getPortsAsString(), canonical);

@@ -63,7 +63,8 @@ const Operation kOperations[] = {
     {"ports", [](S s) { return s.item.getPortsAsString().c_str(); }, "sorted range"},
     {"sorted", [](S s) { return OrvanePortMapping::sortPorts(s.item.getPortsAsString().c_str()); },
      "ports range"},
-    {"array", [](S s) { return s.item.PortArrayToString(s.item.getPorts()).c_str(); }, ""},
+    {"array", [](S s) { return OrvanePortMapping::PortArrayToString(s.item.getPorts()).c_str(); },
+     ""},
     {"parsed", [](S s) { return OrvanePortMapping::parse(kOrvaneParsePorts, s.port.getPortStr()); },
      "single"},
     {"difference", [](S s) { return OrvanePortMapping().getDiffAsString(s.item).c_str(); }, ""},
@@ -92,6 +93,16 @@ TEST(ResultTexts, AreSharedByObjectsAndReplacedByTheirOperationsOnly) {
           << operation.name << " against " << other.name;
     }
   }
+}
+
+TEST(ResultTexts, StayWhereNothingOfTheirsIsWritten) {
+  const char* const range = OrvanePortRange(1, 2).getRange();
+  const std::string& address = makeItem(7).getIpAsString();
+  EXPECT_EQ(makeItem(0, "443").getMappingAsString(), "443");
+  EXPECT_EQ(address, "0.0.0.7");
+  EXPECT_STREQ(range, "1-2");
+  makeApplication(1, "", {makeItem(1, "5-6"), makeItem(2, "80")}).getSection(true);
+  EXPECT_STREQ(range, "5-6");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #define ORVANE_TESTS_SAMPLE_H_
 
 #include <algorithm>
+#include <array>
 #include <initializer_list>
 #include <iterator>
 #include <random>
@@ -94,38 +95,23 @@ class Random {
 
   // A token of a port list text.
   std::string token(unsigned int spread) {
-    static constexpr const char* kOdd[] = {
+    static constexpr std::array kOdd = {
         " 7", "9 - 3", "0-8",         "8-0",          "x",
-        "-4", "65536", "65535-70000", "4294967290-5", "3-2147483653"};
-    if (below(8) == 0) return kOdd[below(std::size(kOdd))];
+        "-4", "65536", "65538-70000", "4294967290-5", "3-2147483653"};
+    if (below(8) == 0) return kOdd[below(kOdd.size())];
     const std::string start = std::to_string(1 + below(spread));
     return below(3) == 0 ? start : start + "-" + std::to_string(1 + below(spread));
   }
 
   // A group of a section text. It has a GroupID, as no drawn identifier is the same twice.
   std::string group() {
-    static constexpr const char* kLines[] = {"UPID=1",
-                                             "upid=2",
-                                             "UPID=3",
-                                             "ApplName=A",
-                                             "Action=1",
-                                             "ACTION=4",
-                                             "Action=3",
-                                             "Action=2",
-                                             "IPv4=1",
-                                             "IPV4=0.0.0.2",
-                                             "SelectorType=2",
-                                             "SelectorTypeInfo=1",
-                                             "other=",
-                                             "",
-                                             "IPv4=7",
-                                             "applname=Mail",
-                                             "uniqueBlockNumber=-1"};
-    std::string text = "GroupID=" + std::to_string(below(5)) + "\n";
-    for (unsigned int count = below(9); count > 0; --count) {
-      text += kLines[below(std::size(kLines))] + std::string("\n");
+    static constexpr std::array kKeys = {"UPID", "ApplName", "Action",       "ACTION", "",
+                                         "IPv4", "ipv4",     "SelectorType", "other"};
+    std::string text = "GroupID=" + std::to_string(below(5)) + "\n\n";
+    for (unsigned int count = below(8); count > 0; --count) {
+      text += std::string(kKeys[below(kKeys.size())]) + "=" + std::to_string(below(5)) + "\n";
     }
-    if (below(2) == 0) text += "SelectorTypeInfo=2\n";
+    if (below(2) == 0) text += "UniqueBlockNumber=7\nSelectorTypeInfo=2\n";
     if (below(4) != 0) text += "PortRange=" + token(5) + "," + token(5) + "," + token(5) + "\n";
     return text + (below(2) == 0 ? ";" : "end\r");
   }
