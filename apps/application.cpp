@@ -74,9 +74,7 @@ OrvanePortMapping* OrvaneApplication::updateItem(const OrvanePortMapping& item) 
   return place;
 }
 
-OrvanePortMapping* OrvaneApplication::findItemId(int itemId) {
-  return findLastItem(items, itemId);
-}
+OrvanePortMapping* OrvaneApplication::findItemId(int itemId) { return findLastItem(items, itemId); }
 
 const OrvanePortMapping* OrvaneApplication::findItemId(int itemId) const {
   return findLastItem(items, itemId);

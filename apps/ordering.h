@@ -1,4 +1,4 @@
-// The application ordering, and look-ups by key for operations on whole collections.
+// The application ordering.
 
 #ifndef ORVANE_APPS_ORDERING_H_
 #define ORVANE_APPS_ORDERING_H_

@@ -45,9 +45,8 @@ class ORVANE_EXPORT OrvaneIni {
   /// none.
   void setSection(const char* text);
 
-  /// The text of a section, counted from 0: its pairs ordered by IniKeyLess, each "key=value\n",
-  /// then
-  /// ";\n" when `terminate` is true. An index that is negative or too large throws
+  /// The text of a section, counted from 0: its pairs ordered by IniKeyLess, each as a line
+  /// "key=value", then the line ";" when `terminate` is true. A negative or too large index throws
   /// std::out_of_range with the message "invalid vector<T> subscript".
   ///
   /// The text is never null. It belongs to the operation, one for the whole process, and holds

@@ -42,7 +42,7 @@ TEST_F(AppsTest, Json) {
 
 TEST_F(AppsTest, CanonicalSectionReadsBackAndHasNoFindings) {
   const std::string canonical = run("apps --section -", kText).out;
-  EXPECT_EQ(canonical.substr(0, canonical.find(";")),
+  EXPECT_EQ(canonical.substr(0, canonical.find(';')),
             "PortRange=80,443,1000-2000\nIPv4=167772161\nAction=1\nSelectorType=1\nUPID=7000\n"
             "ApplName=Web\nUniqueBlockNumber=12\nSelectorTypeInfo=3\nGroupID=5\n");
   EXPECT_EQ(run("apps --section -", canonical).out, canonical);
