@@ -26,7 +26,7 @@ class FilesTest : public CommandTest {
     return std::distance(std::filesystem::directory_iterator(path("")), {});
   }
 
-  const std::string text_ = group("UPID=1/PortRange=80");
+  const std::string text_ = group("UPID=1/GroupID=1/PortRange=80");
 };
 
 TEST_F(FilesTest, UnusableInputAndUsage) {
