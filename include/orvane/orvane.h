@@ -6,6 +6,7 @@
 #include "orvane/app_mapping.h"
 #include "orvane/application.h"
 #include "orvane/ini.h"
+#include "orvane/port_counter.h"
 #include "orvane/port_mapping.h"
 #include "orvane/port_range.h"
 #include "orvane/sorted_vector.h"
