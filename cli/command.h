@@ -29,10 +29,12 @@ struct Command {
 };
 
 Command makeApps(CLI::App& orvane);
+Command makeCheck(CLI::App& orvane);
 Command makeDiff(CLI::App& orvane);
 Command makeImport(CLI::App& orvane);
 Command makeLint(CLI::App& orvane);
 Command makePorts(CLI::App& orvane);
+Command makeUsed(CLI::App& orvane);
 
 // Refuses "", which a script passes for a variable that it forgot to set.
 inline const CLI::Validator kNotEmpty(

@@ -34,7 +34,8 @@ void finishParsing(const CLI::App& parser, const CLI::ParseError& stop) {
 ExitStatus run(CLI::App& parser, int argc, char** argv) {
   parser.set_version_flag("--version", "orvane " ORVANE_VERSION);
   const std::vector<Command> commands = {
-      makeApps(parser), makeDiff(parser), makePorts(parser), makeImport(parser), makeLint(parser),
+      makeApps(parser), makeDiff(parser),   makePorts(parser), makeCheck(parser),
+      makeUsed(parser), makeImport(parser), makeLint(parser),
   };
   parser.footer(
       "Files are application mapping section texts; - reads standard input.\n"

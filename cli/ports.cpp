@@ -1,12 +1,10 @@
-#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "cli/command.h"
-#include "cli/findings.h"
 #include "cli/output.h"
-#include "cli/text.h"
+#include "cli/port_argument.h"
 #include "orvane/port_mapping.h"
 
 namespace orvane::cli {
@@ -18,26 +16,11 @@ struct Options {
   bool diff = false;
 };
 
-OrvanePortMapping readList(const std::string& text, std::size_t number) {
-  Findings findings;
-  checkPortList(text, number, findings);
-  for (const Finding& finding : findings) {
-    if (finding.isNote) continue;
-    writeError("orvane ports: list " + std::to_string(number) + ": " + finding.message + "\n");
-  }
-  OrvanePortMapping mapping;
-  mapping.setPorts(text);
-  if (!text.empty() && mapping.getPortsAsString().empty()) {
-    throw Failure("list " + std::to_string(number) + ": nothing in " + quote(text) +
-                  " is a port or range");
-  }
-  return mapping;
-}
-
 ExitStatus normalise(const Options& options) {
   std::vector<OrvanePortMapping> mappings;
   for (const std::string& list : options.lists) {
-    mappings.push_back(readList(list, mappings.size() + 1));
+    mappings.push_back(
+        readPortArgument("orvane ports", "list " + std::to_string(mappings.size() + 1), list));
   }
   std::string text;
   if (!options.diff) {

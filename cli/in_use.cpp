@@ -1,0 +1,60 @@
+#include "cli/in_use.h"
+
+#include <arpa/inet.h>
+
+#include "cli/command.h"
+#include "cli/live_sockets.h"
+#include "cli/port_argument.h"
+#include "cli/text.h"
+
+namespace orvane::cli {
+namespace {
+
+Use readSocket(const std::string& command, const std::string& text) {
+  const std::size_t colon = text.rfind(':');
+  in_addr address{};
+  if (colon == std::string::npos ||
+      ::inet_pton(AF_INET, text.substr(0, colon).c_str(), &address) != 1) {
+    throw Failure("--socket " + quote(text) + " is not ADDRESS:PORTS, such as 10.0.0.1:80,443");
+  }
+  const std::string what = "--socket " + escape(text);
+  const OrvanePortMapping ports = readPortArgument(command, what, text.substr(colon + 1));
+  if (ports.getPortsAsString().empty()) throw Failure(what + " has no ports");
+  Use use{ports, "a socket in use"};
+  use.ports.setIp(ntohl(address.s_addr));
+  return use;
+}
+
+}  // namespace
+
+void addInUseOptions(CLI::App& command, InUseOptions& options) {
+  command.add_option("--ports", options.ports, "Ports in use on every address; may be given again")
+      ->type_name("LIST")
+      ->allow_extra_args(false)
+      ->check(kNotEmpty);
+  command
+      .add_option("--socket", options.sockets, "Ports in use on one address; may be given again")
+      ->type_name("ADDRESS:PORTS")
+      ->allow_extra_args(false)
+      ->check(kNotEmpty);
+  CLI::Option* const live =
+      command.add_flag("--live", options.live, "What listens (tcp) or is bound (udp) on this host");
+  command.add_option("--proc", options.proc, "Another proc file system for --live")
+      ->type_name("DIR")
+      ->needs(live)
+      ->check(kNotEmpty);
+}
+
+std::vector<Use> readInUse(const std::string& command, const InUseOptions& options) {
+  std::vector<Use> uses;
+  for (const std::string& list : options.ports) {
+    uses.push_back({readPortArgument(command, "--ports", list), "ports in use"});
+  }
+  for (const std::string& socket : options.sockets) uses.push_back(readSocket(command, socket));
+  if (options.live) {
+    for (Use& use : readLiveSockets(options.proc)) uses.push_back(std::move(use));
+  }
+  return uses;
+}
+
+}  // namespace orvane::cli
