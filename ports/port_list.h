@@ -13,6 +13,9 @@ namespace orvane {
 // Replaces the ports and ranges of `mapping` by those of a port list text.
 void readPortList(std::string_view text, tagPortMapping& mapping);
 
+// Reads a port text into `port`, as OrvanePort does.
+void readPort(std::string_view text, OrvanePort& port);
+
 // Appends the sorted port list text.
 void appendPortList(std::string& out, const tagPortMapping& mapping);
 

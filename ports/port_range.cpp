@@ -82,15 +82,21 @@ bool OrvanePort::operator==(const OrvanePort& other) const {
   return OrvanePortRange::operator==(other);
 }
 
-void OrvanePort::copy(const char* text) {
-  OrvanePortRange::copy(text);
-  const std::string_view view = orvane::viewOf(text);
-  if (orvane::readRangeText(view).isRange()) return;
-  const std::uint32_t number = orvane::readNumber(view);
-  if (number >= 1 && number <= 65535) port = number;
-}
+void OrvanePort::copy(const char* text) { orvane::readPort(orvane::viewOf(text), *this); }
 
 void OrvanePort::copy(const OrvanePort& other) {
   OrvanePortRange::copy(other);
   port = other.port;
+}
+
+void orvane::readPort(std::string_view text, OrvanePort& port) {
+  const RangeText range = readRangeText(text);
+  if (range.count > 0) {
+    const auto [start, end] = range.bounds();
+    port.setStart(start);
+    port.setEnd(end);
+  }
+  if (range.isRange()) return;
+  const std::uint32_t number = readNumber(text);
+  if (number >= 1 && number <= 65535) port.setPort(number);
 }

@@ -19,10 +19,4 @@ SectionLine SectionLines::next() {
   return SectionLine::kEnd;
 }
 
-bool equalIgnoringCase(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-           return foldCase(x) == foldCase(y);
-         });
-}
-
 }  // namespace orvane

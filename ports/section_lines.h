@@ -3,8 +3,8 @@
 #ifndef ORVANE_PORTS_SECTION_LINES_H_
 #define ORVANE_PORTS_SECTION_LINES_H_
 
+#include <algorithm>
 #include <array>
-#include <bitset>
 #include <cstddef>
 #include <string_view>
 
@@ -37,9 +37,12 @@ constexpr unsigned char foldCase(char c) {
   return byte >= 'A' && byte <= 'Z' ? static_cast<unsigned char>(byte + ('a' - 'A')) : byte;
 }
 
-bool equalIgnoringCase(std::string_view a, std::string_view b);
+inline bool equalIgnoringCase(std::string_view a, std::string_view b) {
+  return std::ranges::equal(a, b, {}, foldCase, foldCase);
+}
 
 // The values of the known keys of one group. The first of a key wins; other keys are passed over.
+// Names that are the same each take the value.
 template <std::size_t kKeys>
 class SectionGroup {
  public:
@@ -47,8 +50,7 @@ class SectionGroup {
 
   // Reads the next closed group of `lines`; false when there is none.
   bool read(SectionLines& lines) {
-    held_.reset();
-    expected_ = 0;
+    values_.fill({});
     for (;;) {
       switch (lines.next()) {
         case SectionLine::kPair:
@@ -62,28 +64,21 @@ class SectionGroup {
     }
   }
 
-  bool holds(std::size_t key) const { return held_[key]; }
+  bool holds(std::size_t key) const { return values_[key].data() != nullptr; }
 
   // REQUIRES: holds(key).
   std::string_view operator[](std::size_t key) const { return values_[key]; }
 
  private:
-  // Writers keep the keys in order, so the search starts at the key after the last one found.
   void take(std::string_view key, std::string_view value) {
-    for (std::size_t step = 0; step < kKeys; ++step) {
-      const std::size_t candidate = (expected_ + step) % kKeys;
-      if (!equalIgnoringCase(key, names_[candidate])) continue;
-      if (!held_[candidate]) values_[candidate] = value;
-      held_[candidate] = true;
-      expected_ = candidate + 1;
-      return;
+    for (std::size_t candidate = 0; candidate < kKeys; ++candidate) {
+      if (holds(candidate) || !equalIgnoringCase(key, names_[candidate])) continue;
+      values_[candidate] = value;
     }
   }
 
   const std::array<std::string_view, kKeys>& names_;
   std::array<std::string_view, kKeys> values_;
-  std::bitset<kKeys> held_;
-  std::size_t expected_ = 0;
 };
 
 }  // namespace orvane
