@@ -1,0 +1,75 @@
+#include "orvane/app_info.h"
+
+#include <cstring>
+#include <numeric>
+
+#include "catalogue/app_info_fields.h"
+
+namespace {
+
+// Static arrays, since callers are handed them as mutable texts.
+char versionKey[] = "Version";
+char portTypeKey[] = "PortType";
+char upidKey[] = "UPID";
+char portRangeKey[] = "PortRange";
+char reserved1Key[] = "Reserved1";
+char reserved2Key[] = "Reserved2";
+char reserved3Key[] = "Reserved3";
+char fqnKey[] = "FQN";
+
+}  // namespace
+
+char* OrvaneAppInfo::appinfo_key_names[8] = {versionKey,   portTypeKey,  upidKey,      portRangeKey,
+                                             reserved1Key, reserved2Key, reserved3Key, fqnKey};
+
+unsigned char** OrvaneAppInfo::getKeyNames() {
+  return reinterpret_cast<unsigned char**>(appinfo_key_names);
+}
+
+OrvaneAppInfo::~OrvaneAppInfo() = default;
+
+OrvaneAppInfo& OrvaneAppInfo::operator=(const OrvaneApplication& application) {
+  upid = application.getUpid();
+  portType = application.getType() == kOrvaneSelectorTypeDefault ? kOrvanePortTypeDefault
+                                                                 : kOrvanePortTypeOther;
+  version = reserved1 = reserved2 = reserved3 = 0;
+  std::memcpy(fqn, application.name, sizeof application.name);
+  addPorts(application);
+  return *this;
+}
+
+void OrvaneAppInfo::setFQN(const char* name) {
+  if (name != nullptr) orvane::readFqn(name, *this);
+}
+
+void OrvaneAppInfo::setPorts(const char* text) {
+  if (text != nullptr) orvane::readPorts(text, *this);
+}
+
+void OrvaneAppInfo::addPorts(const OrvaneApplication& application) {
+  const OrvanePortMapping* const source = orvane::portSource(application);
+  if (source != nullptr) orvane::addPorts(*source, ports);
+}
+
+unsigned short OrvaneAppInfo::getNumPortsUsed() const {
+  return static_cast<unsigned short>(std::accumulate(
+      ports.begin(), ports.end(), 0U,
+      [](unsigned int sum, const OrvanePort& port) { return sum + port.getNumPortsUsed(); }));
+}
+
+void OrvaneAppInfo::setValues(const unsigned char* record) {
+  setValuesChecked(orvane::AppInfoRecord::trusted(record));
+}
+
+bool OrvaneAppInfo::setValuesChecked(std::span<const unsigned char> record) {
+  const auto fields = orvane::AppInfoRecord::split(record);
+  if (fields && !fields->isIgnored()) orvane::readFields(*fields, *this);
+  return fields.has_value();
+}
+
+void OrvaneAppInfo::setSection(const char* text) {
+  const orvane::AppInfoKeys keys = orvane::currentKeys();
+  orvane::SectionLines lines(orvane::viewOf(text));
+  orvane::AppInfoGroup group(keys);
+  while (group.read(lines)) orvane::readFields(group, *this);
+}

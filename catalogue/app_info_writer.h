@@ -1,0 +1,83 @@
+// Writing the section texts of catalogue entries, and port numbers.
+
+#ifndef ORVANE_CATALOGUE_APP_INFO_WRITER_H_
+#define ORVANE_CATALOGUE_APP_INFO_WRITER_H_
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "catalogue/app_info_fields.h"
+#include "orvane/app_info.h"
+#include "ports/range_list.h"
+
+namespace orvane {
+
+// Appends the texts of elements to a list text. Their own result strings, which each element
+// written replaces, are set once, at the end.
+class PortWriter {
+ public:
+  // Appends the texts of the elements, joined by ",".
+  void append(std::string& out, const PortSet& ports);
+
+  // Sets those result strings.
+  void publish() const;
+
+ private:
+  std::optional<OrvanePort> lastSingle_;
+  std::optional<OrvanePort> lastRange_;
+};
+
+// Appends section texts of entries to a text. The result strings of the entry's own operations,
+// which each entry written replaces, are set once, at the end.
+class AppInfoWriter {
+ public:
+  AppInfoWriter(std::string& out, bool terminate) : out_(out), terminate_(terminate) {}
+  AppInfoWriter(const AppInfoWriter&) = delete;
+  AppInfoWriter& operator=(const AppInfoWriter&) = delete;
+
+  void append(const OrvaneAppInfo& entry) {
+    append(entry, AppInfoAccess::ports(entry), entry.getReserved1());
+  }
+
+  // The same with other ports and another first reserved number than the entry's.
+  void append(const OrvaneAppInfo& entry, const PortSet& ports, unsigned int reserved1);
+
+  // Sets those result strings; to be called last.
+  void publish() const;
+
+ private:
+  // A part of the text.
+  struct Extent {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+  };
+
+  void appendKey(AppInfoField key);
+  template <typename Number>
+  void appendLine(AppInfoField key, Number number);
+
+  std::string& out_;
+  bool terminate_;
+  AppInfoKeys keys_ = currentKeys();
+  bool wrote_ = false;
+  Extent section_;
+  Extent ports_;
+  PortWriter portWriter_;
+};
+
+// The numbers that an element stands for, none above 65535; none at all when start > end.
+inline Bounds numbersOf(const OrvanePort& port) {
+  if (port.getPort() != 0) return {port.getPort(), port.getPort()};
+  return {port.getStart(), std::min<std::uint32_t>(port.getEnd(), 65535)};
+}
+
+// Appends the numbers to a list that began at `listBegin`, joined by ",".
+void appendNumbers(std::string& out, std::size_t listBegin, Bounds numbers);
+
+}  // namespace orvane
+
+#endif  // ORVANE_CATALOGUE_APP_INFO_WRITER_H_
