@@ -4,6 +4,7 @@
 /// The whole of OrvaneUpid.
 
 #include "orvane/app_info.h"
+#include "orvane/app_info_array.h"
 #include "orvane/app_mapping.h"
 #include "orvane/application.h"
 #include "orvane/ini.h"

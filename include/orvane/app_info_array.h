@@ -1,0 +1,125 @@
+#ifndef ORVANE_APP_INFO_ARRAY_H_
+#define ORVANE_APP_INFO_ARRAY_H_
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "orvane/app_info.h"
+#include "orvane/app_mapping.h"
+#include "orvane/export.h"
+
+/// What the mapping sections write as Reserved1 of the entries that they make or change.
+inline constexpr unsigned int kOrvaneReservedMerged = 1;  ///< an entry merged with an application
+inline constexpr unsigned int kOrvaneReservedAdded = 2;   ///< an entry made from an application
+
+/// The application catalogue: entries in the order in which they were added.
+///
+/// Nothing keeps UPIDs unique; every look-up takes the first entry, and the first application of a
+/// mapping, in order. A list of UPIDs is gone through in its order; a UPID that it holds twice is
+/// treated twice.
+///
+/// A catalogue section text is the section texts of the entries one after the other (see
+/// OrvaneAppInfo). Every operation that writes a text returns a text of its own, one per operation
+/// for the whole process. It is never null and holds until that operation runs again for any
+/// catalogue. Those that write sections run OrvaneAppInfo::getSection() for each entry, so they
+/// replace its text, and those that it replaces, too. Calls from several threads must be serialised
+/// by the caller.
+class ORVANE_EXPORT OrvaneAppInfoArray {
+ public:
+  /// No entries.
+  OrvaneAppInfoArray() = default;
+
+  /// Copies every entry.
+  OrvaneAppInfoArray(const OrvaneAppInfoArray&) = default;
+  OrvaneAppInfoArray(OrvaneAppInfoArray&&) noexcept = default;
+  OrvaneAppInfoArray& operator=(const OrvaneAppInfoArray&) = default;
+  OrvaneAppInfoArray& operator=(OrvaneAppInfoArray&&) noexcept = default;
+
+  virtual ~OrvaneAppInfoArray();
+
+  /// @name Entries
+  /// Pointers hold until an entry is next added.
+  /// @{
+
+  /// Appends a copy, whether or not there is an entry with its UPID.
+  void add(const OrvaneAppInfo& entry);
+
+  /// Appends a default entry that reads a record (see OrvaneAppInfo::setValues()). A null record,
+  /// or one whose first byte is 0, appends nothing.
+  /// REQUIRES: `record` holds eight NULs; it is read up to the eighth.
+  void add(const unsigned char* record);
+
+  /// add(record) that stays inside `record`: false, and nothing changes, when the eighth NUL is
+  /// missing there. Bytes after it are ignored.
+  bool addChecked(std::span<const unsigned char> record);
+
+  /// The first entry with that UPID; end() when there is none.
+  OrvaneAppInfo* find(unsigned int upid);
+  const OrvaneAppInfo* find(unsigned int upid) const;
+
+  /// The entries lie in [begin(), end()); both are null for a catalogue that never held one.
+  OrvaneAppInfo* begin() { return entries.data(); }
+  OrvaneAppInfo* end() { return entries.data() + entries.size(); }
+  const OrvaneAppInfo* begin() const { return entries.data(); }
+  const OrvaneAppInfo* end() const { return entries.data() + entries.size(); }
+
+  std::size_t size() const { return entries.size(); }
+  /// @}
+
+  /// @name Section texts
+  /// @{
+
+  /// Appends, for each section of a NUL-terminated section text, a default entry with the fields
+  /// that the section names (see OrvaneAppInfo::setSection()), also for one that names none. Pairs
+  /// after the last terminator line are dropped. A null text appends nothing.
+  void setSection(const char* text);
+
+  /// The section texts of all entries.
+  char* getSection(bool terminate) const;
+
+  /// The section texts of the entries with these UPIDs; a UPID without an entry writes nothing.
+  char* getSection(const std::vector<unsigned int>& upids, bool terminate) const;
+
+  /// Appends, for each UPID that `mapping` has an application with, a default entry to which this
+  /// application is assigned (see OrvaneAppInfo), with Reserved1 2. Returns getSection(terminate).
+  char* getAppMappingSection(const OrvaneAppMapping& mapping,
+                             const std::vector<unsigned int>& upids, bool terminate);
+
+  /// The section texts of the entries with these UPIDs; one whose UPID `mapping` has an application
+  /// with is written with Reserved1 1 and with the ports of that application added (see
+  /// OrvaneAppInfo::addPorts()). The catalogue does not change.
+  char* getMergedAppMappingSection(const OrvaneAppMapping& mapping,
+                                   const std::vector<unsigned int>& upids, bool terminate) const;
+  /// @}
+
+  /// @name Ports and UPIDs
+  /// @{
+
+  /// The sum of OrvaneAppInfo::getNumPortsUsed() of all entries, cut to 16 bits.
+  unsigned short getNumPortsUsed() const;
+
+  /// The same, of the entries with that port type: a number of ports, not of entries.
+  unsigned short getNumPortType(tagAppInfoPortType type) const;
+
+  /// Replaces `ports` by the ports of all entries, in their order: single ports, and every number
+  /// of a range up to 65535. A port that is covered several times is listed each time.
+  void getPortList(std::vector<unsigned short>& ports) const;
+
+  /// The numbers of getPortList(), joined by ",".
+  char* getPorts() const;
+
+  /// Replaces `result` by those of `upids` that the catalogue has no entry for.
+  void getUnknownPortList(const std::vector<unsigned int>& upids,
+                          std::vector<unsigned int>& result) const;
+
+  /// Replaces `result` by those of `upids` that the catalogue has an entry for.
+  void getCommonPortList(const std::vector<unsigned int>& upids,
+                         std::vector<unsigned int>& result) const;
+  /// @}
+
+ private:
+  std::vector<OrvaneAppInfo> entries;
+};
+
+#endif  // ORVANE_APP_INFO_ARRAY_H_
