@@ -6,8 +6,8 @@
 #include "cli/command.h"
 #include "cli/in_use.h"
 #include "cli/json.h"
-#include "cli/mapping_file.h"
 #include "cli/output.h"
+#include "cli/section_file.h"
 #include "cli/text.h"
 
 namespace orvane::cli {

@@ -29,6 +29,7 @@ struct Command {
 };
 
 Command makeApps(CLI::App& orvane);
+Command makeCatalogue(CLI::App& orvane);
 Command makeCheck(CLI::App& orvane);
 Command makeDiff(CLI::App& orvane);
 Command makeImport(CLI::App& orvane);

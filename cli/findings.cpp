@@ -1,14 +1,12 @@
 #include "cli/findings.h"
 
-#include <algorithm>
 #include <array>
 #include <map>
 #include <utility>
 
-#include "cli/section_reader.h"
+#include "cli/group_check.h"
 #include "cli/text.h"
 #include "orvane/application.h"
-#include "orvane/ini.h"
 
 namespace orvane::cli {
 namespace {
@@ -21,16 +19,8 @@ void checkPorts(std::string_view /*key*/, std::string_view text, std::size_t lin
 }
 
 void checkName(std::string_view key, std::string_view text, std::size_t line, Findings& findings) {
-  if (text.size() <= kNameRoom) return;
-  addError(findings, line, "name",
-           std::string(key) + " " + quote(text) +
-               " is cut to 31 characters: " + quote(text.substr(0, kNameRoom)));
+  checkNameRoom(key, text, kNameRoom, line, findings);
 }
-
-struct KnownKey {
-  std::string_view name;
-  void (*check)(std::string_view key, std::string_view text, std::size_t line, Findings& findings);
-};
 
 constexpr std::array<KnownKey, 9> kKnownKeys = {{
     {"PortRange", checkPorts},
@@ -43,44 +33,6 @@ constexpr std::array<KnownKey, 9> kKnownKeys = {{
     {"SelectorTypeInfo", checkSigned},
     {"GroupID", checkSigned},
 }};
-
-bool sameKey(std::string_view a, std::string_view b) {
-  const IniKeyLess less;
-  return !less(a, b) && !less(b, a);
-}
-
-// The pairs of a group that the library takes: the first of each known key.
-class TakenPairs {
- public:
-  TakenPairs(const SectionGroup& group, Findings& findings) {
-    for (const SectionPair& pair : group.pairs) take(pair, findings);
-  }
-
-  const SectionPair* find(std::string_view key) const {
-    const auto found = pairs_.find(key);
-    return found == pairs_.end() ? nullptr : found->second;
-  }
-
-  bool empty() const { return pairs_.empty(); }
-
- private:
-  void take(const SectionPair& pair, Findings& findings) {
-    const auto known = std::ranges::find_if(
-        kKnownKeys, [&](const KnownKey& key) { return sameKey(key.name, pair.key); });
-    if (known == kKnownKeys.end()) {
-      addError(findings, pair.line, "unknown-key",
-               "unknown key " + quote(pair.key) + " is ignored");
-    } else if (const auto [held, taken] = pairs_.try_emplace(known->name, &pair); !taken) {
-      addError(findings, pair.line, "repeated-key",
-               std::string(known->name) + " is ignored: the group has it at line " +
-                   std::to_string(held->second->line));
-    } else {
-      known->check(known->name, pair.value, pair.line, findings);
-    }
-  }
-
-  std::map<std::string_view, const SectionPair*> pairs_;
-};
 
 // The applications read so far, to see what a further group of one cannot add to it.
 class HeldApplications {
@@ -145,56 +97,14 @@ class HeldApplications {
   std::map<std::pair<unsigned int, int>, OrvaneApplication> held_;
 };
 
-void checkTerminator(const SectionGroup& group, const TakenPairs& pairs, Findings& findings) {
-  const std::size_t line = group.terminatorLine;
-  if (group.terminator != ";" && group.terminator != ";\r") {
-    addNote(findings, line, "terminator",
-            quote(group.terminator) + " has no \"=\" and so closes the group");
-  }
-  if (pairs.empty()) {
-    addError(findings, line, "empty-group",
-             "the group closed here has no known key: it is read as a nameless application" +
-                 std::string(" without ports"));
-  }
-}
-
-// Line ends of another system: one finding for the whole text.
-void checkCarriageReturns(std::string_view text, Findings& findings) {
-  std::size_t line = 0;
-  std::size_t count = 0;
-  std::size_t first = 0;
-  while (!text.empty()) {
-    ++line;
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    if (end > 0 && text[end - 1] == '\r' && count++ == 0) first = line;
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
-  if (count == 0) return;
-  addError(findings, first, "carriage-return",
-           "carriage return at the end of " + std::to_string(count) +
-               (count == 1 ? " line" : " lines, this one first") +
-               ": it counts as part of the line");
-}
-
 }  // namespace
 
 Findings findingsOf(std::string_view sectionText) {
-  Findings findings;
-  checkCarriageReturns(sectionText, findings);
-  SectionReader reader(sectionText);
   HeldApplications applications;
-  SectionGroup group;
-  while (reader.next(group)) {
-    const TakenPairs pairs(group, findings);
-    checkTerminator(group, pairs, findings);
-    applications.add(group, pairs, findings);
-  }
-  if (!group.pairs.empty()) {
-    addError(findings, group.pairs.front().line, "dropped",
-             "no terminator line follows: the text from here on is dropped");
-  }
-  std::ranges::stable_sort(findings, {}, &Finding::line);
-  return findings;
+  return checkGroups(sectionText, kKnownKeys, "a nameless application without ports",
+                     [&](const SectionGroup& group, const TakenPairs& pairs, Findings& findings) {
+                       applications.add(group, pairs, findings);
+                     });
 }
 
 }  // namespace orvane::cli

@@ -32,6 +32,13 @@ inline void addNote(Findings& findings, std::size_t line, const char* kind, std:
 // The findings of a mapping section text, by line.
 Findings findingsOf(std::string_view sectionText);
 
+// The findings of a catalogue text, by line.
+Findings catalogueFindingsOf(std::string_view sectionText);
+
+// Whether a section text is a catalogue rather than a mapping, by the keys that only one of them
+// has.
+bool isCatalogue(std::string_view sectionText);
+
 // Those of a port list text; `line` is what they carry.
 void checkPortList(std::string_view text, std::size_t line, Findings& findings);
 

@@ -7,6 +7,7 @@
 #include "cli/output.h"
 #include "cli/services.h"
 #include "cli/text.h"
+#include "orvane/app_info_array.h"
 #include "orvane/app_mapping.h"
 
 namespace orvane::cli {
@@ -16,6 +17,7 @@ struct Options {
   std::string file = "/etc/services";
   std::string output;
   std::string firstUpid = "1000";
+  std::string form = "apps";
 };
 
 // The first of `count` UPIDs in a row; none of them may be the one that means "none".
@@ -31,8 +33,15 @@ unsigned int firstOf(const std::string& text, std::size_t count) {
   return *first;
 }
 
-OrvaneAppMapping applicationsOf(const std::vector<Service>& services, unsigned int upid,
-                                const Input& input) {
+// Tells when the library has cut the name of a service.
+void reportCut(const Service& service, const std::string& name, const Input& input) {
+  if (name == service.name) return;
+  writeError(lineLabel(input, service.line) + quote(service.name) + " is cut to " + quote(name) +
+             "\n");
+}
+
+std::string applicationsOf(const std::vector<Service>& services, unsigned int upid,
+                           const Input& input) {
   OrvaneAppMapping applications;
   applications.reserve(services.size());
   for (const Service& service : services) {
@@ -45,11 +54,24 @@ OrvaneAppMapping applicationsOf(const std::vector<Service>& services, unsigned i
     item.setPorts(service.ports);
     application.addItem(item);
     ++upid;
-    if (application.getName() == service.name) continue;
-    writeError(lineLabel(input, service.line) + quote(service.name) + " is cut to " +
-               quote(application.getName()) + "\n");
+    reportCut(service, application.getName(), input);
   }
-  return applications;
+  return applications.getSection(true);
+}
+
+std::string catalogueOf(const std::vector<Service>& services, unsigned int upid,
+                        const Input& input) {
+  OrvaneAppInfoArray catalogue;
+  for (const Service& service : services) {
+    OrvaneAppInfo entry;
+    entry.setUPID(upid);
+    entry.setFQN(service.name.c_str());
+    entry.setPorts(OrvanePortMapping::PortArrayToString(service.ports).c_str());
+    catalogue.add(entry);
+    ++upid;
+    reportCut(service, entry.getFQN(), input);
+  }
+  return catalogue.getSection(true);
 }
 
 ExitStatus importServices(const Options& options) {
@@ -57,8 +79,8 @@ ExitStatus importServices(const Options& options) {
   const std::vector<Service> services = parseServices(input);
   if (services.empty()) throw Failure(input.name + ": there is no service in it");
   const unsigned int firstUpid = firstOf(options.firstUpid, services.size());
-  writeOutput(applicationsOf(services, firstUpid, input).getSection(true), options.output,
-              {options.file});
+  const auto textOf = options.form == "catalogue" ? catalogueOf : applicationsOf;
+  writeOutput(textOf(services, firstUpid, input), options.output, {options.file});
   return kSuccess;
 }
 
@@ -67,7 +89,7 @@ ExitStatus importServices(const Options& options) {
 Command makeImport(CLI::App& orvane) {
   const auto options = std::make_shared<Options>();
   CLI::App* const import =
-      orvane.add_subcommand("import", "Make a mapping text of what another program describes");
+      orvane.add_subcommand("import", "Make a section text of what another program describes");
   import->footer("Example: orvane import services --output known.txt");
   CLI::App* const parser =
       import->add_subcommand("services", "One application per service of a services(5) file");
@@ -78,10 +100,14 @@ Command makeImport(CLI::App& orvane) {
       ->add_option("--first-upid", options->firstUpid,
                    "UPID of the first, counted up; 1000 if not given")
       ->type_name("UPID");
+  parser->add_option("--as", options->form, "apps (if not given) or catalogue")
+      ->type_name("FORM")
+      ->check(CLI::IsMember({"apps", "catalogue"}));
   addOutputOption(*parser, options->output);
   parser->footer(
       "Each application has action 1 and one item without address, with the ports of all\n"
-      "protocols. Lines that are no service, and names that are cut, are reported on standard\n"
+      "protocols; each catalogue entry has those ports and the full name. Lines that are no "
+      "service, and names that are cut, are reported on standard\n"
       "error.\n"
       "Example: orvane import services --first-upid 5000 /etc/services > known.txt");
   return {parser, [options] { return importServices(*options); }};

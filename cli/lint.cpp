@@ -5,8 +5,8 @@
 #include "cli/findings.h"
 #include "cli/input.h"
 #include "cli/json.h"
-#include "cli/mapping_file.h"
 #include "cli/output.h"
+#include "cli/section_file.h"
 
 namespace orvane::cli {
 namespace {
@@ -40,7 +40,8 @@ std::string linesOf(const Input& input, const Findings& findings) {
 
 ExitStatus lint(const Options& options) {
   const Input input = readInput(options.file);
-  const Findings findings = findingsOf(input.text);
+  const Findings findings =
+      isCatalogue(input.text) ? catalogueFindingsOf(input.text) : findingsOf(input.text);
   writeOutput(options.json ? jsonOf(input, findings) : linesOf(input, findings), options.output,
               {options.file});
   return findings.empty() ? kSuccess : kFound;
@@ -50,12 +51,13 @@ ExitStatus lint(const Options& options) {
 
 Command makeLint(CLI::App& orvane) {
   const auto options = std::make_shared<Options>();
-  CLI::App* const parser = orvane.add_subcommand(
-      "lint", "Report what is skipped, cut or misread when a mapping text is read");
+  CLI::App* const parser =
+      orvane.add_subcommand("lint", "Report what is skipped, cut or misread when a text is read");
   addSectionText(*parser, "FILE", options->file);
   parser->add_flag("--json", options->json, "Write an array of findings");
   addOutputOption(*parser, options->output);
   parser->footer(
+      "A catalogue text is told from a mapping text by its keys.\n"
       "Each finding is FILE:LINE: reason; a note, FILE:LINE: note: reason, tells of text that\n"
       "loses nothing but means something else than it seems to.\n"
       "Exit status: 0 nothing found, 1 anything found, notes included, 2 unusable.\n"

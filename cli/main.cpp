@@ -34,11 +34,11 @@ void finishParsing(const CLI::App& parser, const CLI::ParseError& stop) {
 ExitStatus run(CLI::App& parser, int argc, char** argv) {
   parser.set_version_flag("--version", "orvane " ORVANE_VERSION);
   const std::vector<Command> commands = {
-      makeApps(parser), makeDiff(parser),   makePorts(parser), makeCheck(parser),
-      makeUsed(parser), makeImport(parser), makeLint(parser),
+      makeApps(parser), makeDiff(parser),      makePorts(parser),  makeCheck(parser),
+      makeUsed(parser), makeCatalogue(parser), makeImport(parser), makeLint(parser),
   };
   parser.footer(
-      "Files are application mapping section texts; - reads standard input.\n"
+      "Files are section texts; - reads standard input.\n"
       "Exit status: 0 done, 1 something was found, 2 unusable input or usage.\n"
       "Example: orvane diff running.txt wanted.txt > change.txt");
   try {

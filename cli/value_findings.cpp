@@ -6,6 +6,7 @@
 
 #include "cli/findings.h"
 #include "cli/text.h"
+#include "cli/written_values.h"
 #include "orvane/port_mapping.h"
 
 namespace orvane::cli {
@@ -17,37 +18,6 @@ constexpr std::uint32_t kMaxPort = std::numeric_limits<std::uint16_t>::max();
 std::string_view trimmed(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
   return text.substr(0, text.find_last_not_of(kWhiteSpace) + 1);
-}
-
-// A number as it is written, and what the library makes of it.
-struct WrittenNumber {
-  std::uint32_t value = 0;
-  bool negative = false;
-  bool fits = true;  // in 32 bits
-  std::size_t digits = 0;
-  std::string_view rest;  // what follows the digits
-
-  bool isClean() const { return digits > 0 && rest.empty() && fits; }
-};
-
-WrittenNumber readWritten(std::string_view text) {
-  WrittenNumber number;
-  text = trimmed(text);
-  number.negative = text.starts_with('-');
-  if (number.negative || text.starts_with('+')) text.remove_prefix(1);
-  number.digits = std::min(text.find_first_not_of("0123456789"), text.size());
-  number.rest = text.substr(number.digits);
-  constexpr std::uint64_t kMax = std::numeric_limits<std::uint32_t>::max();
-  std::uint64_t magnitude = 0;
-  for (const char digit : text.substr(0, number.digits)) {
-    magnitude = magnitude * 10 + static_cast<std::uint64_t>(digit - '0');
-    if (magnitude > kMax) number.fits = false;
-    magnitude &= kMax;
-  }
-  if (number.negative && magnitude > kMax / 2 + 1) number.fits = false;
-  number.value = static_cast<std::uint32_t>(magnitude);
-  if (number.negative) number.value = 0U - number.value;
-  return number;
 }
 
 template <typename Value>
@@ -70,35 +40,7 @@ void checkNumber(std::string_view key, std::string_view text, std::size_t line,
   }
 }
 
-// The parts of a text between the separators, empty ones included.
-std::vector<std::string_view> split(std::string_view text, char separator) {
-  std::vector<std::string_view> parts;
-  for (;;) {
-    const std::size_t end = text.find(separator);
-    parts.push_back(text.substr(0, end));
-    if (end == std::string_view::npos) return parts;
-    text.remove_prefix(end + 1);
-  }
-}
-
 std::string textOf(const OrvanePortRange& range) { return range.getRange(); }
-
-// A range as it is written: what differs in what it is read as.
-void checkRange(std::string_view token, const OrvanePortRange& range, std::size_t line,
-                Findings& findings) {
-  const auto parts = split(token, '-');
-  const bool clean = parts.size() == 2 && std::ranges::all_of(parts, [](std::string_view part) {
-                       return readWritten(part).isClean();
-                     });
-  if (!clean) {
-    addError(findings, line, "range", quote(token) + " is read as " + textOf(range));
-  } else if (readWritten(parts[0]).value > readWritten(parts[1]).value) {
-    addNote(findings, line, "range", quote(token) + " is read as " + textOf(range));
-  }
-  if (std::max(range.getStart(), range.getEnd()) > kMaxPort) {
-    addError(findings, line, "range", "range " + textOf(range) + " goes beyond port 65535");
-  }
-}
 
 // Follows a port list while it is read, to see what its ranges do to what came before them.
 class PortListReading {
@@ -143,6 +85,52 @@ class PortListReading {
 };
 
 }  // namespace
+
+WrittenNumber readWritten(std::string_view text) {
+  WrittenNumber number;
+  text = trimmed(text);
+  number.negative = text.starts_with('-');
+  if (number.negative || text.starts_with('+')) text.remove_prefix(1);
+  number.digits = std::min(text.find_first_not_of("0123456789"), text.size());
+  number.rest = text.substr(number.digits);
+  constexpr std::uint64_t kMax = std::numeric_limits<std::uint32_t>::max();
+  std::uint64_t magnitude = 0;
+  for (const char digit : text.substr(0, number.digits)) {
+    magnitude = magnitude * 10 + static_cast<std::uint64_t>(digit - '0');
+    if (magnitude > kMax) number.fits = false;
+    magnitude &= kMax;
+  }
+  if (number.negative && magnitude > kMax / 2 + 1) number.fits = false;
+  number.value = static_cast<std::uint32_t>(magnitude);
+  if (number.negative) number.value = 0U - number.value;
+  return number;
+}
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+  std::vector<std::string_view> parts;
+  for (;;) {
+    const std::size_t end = text.find(separator);
+    parts.push_back(text.substr(0, end));
+    if (end == std::string_view::npos) return parts;
+    text.remove_prefix(end + 1);
+  }
+}
+
+void checkRange(std::string_view token, const OrvanePortRange& range, std::size_t line,
+                Findings& findings) {
+  const auto parts = split(token, '-');
+  const bool clean = parts.size() == 2 && std::ranges::all_of(parts, [](std::string_view part) {
+                       return readWritten(part).isClean();
+                     });
+  if (!clean) {
+    addError(findings, line, "range", quote(token) + " is read as " + textOf(range));
+  } else if (readWritten(parts[0]).value > readWritten(parts[1]).value) {
+    addNote(findings, line, "range", quote(token) + " is read as " + textOf(range));
+  }
+  if (std::max(range.getStart(), range.getEnd()) > kMaxPort) {
+    addError(findings, line, "range", "range " + textOf(range) + " goes beyond port 65535");
+  }
+}
 
 void checkPortList(std::string_view text, std::size_t line, Findings& findings) {
   PortListReading reading(line, findings);
