@@ -12,5 +12,6 @@
 #include "orvane/port_mapping.h"
 #include "orvane/port_range.h"
 #include "orvane/sorted_vector.h"
+#include "orvane/upid_node.h"
 
 #endif  // ORVANE_ORVANE_H_

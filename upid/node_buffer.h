@@ -1,0 +1,92 @@
+// Node buffers: records back to back, with little-endian words, at any address.
+
+#ifndef ORVANE_UPID_NODE_BUFFER_H_
+#define ORVANE_UPID_NODE_BUFFER_H_
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstring>
+#include <functional>
+#include <iterator>
+#include <optional>
+#include <span>
+
+#include "orvane/upid_node.h"
+
+namespace orvane {
+
+inline constexpr std::size_t kNodeSize = sizeof(UPID_TREE_NODE_S);
+
+static_assert(offsetof(UPID_TREE_NODE_S, upid) == 0 &&
+              offsetof(UPID_TREE_NODE_S, parentUpid) == 4 &&
+              offsetof(UPID_TREE_NODE_S, firstChild) == 8 &&
+              offsetof(UPID_TREE_NODE_S, numOfChildren) == 12 &&
+              offsetof(UPID_TREE_NODE_S, sibling) == 16 && offsetof(UPID_TREE_NODE_S, PI) == 20 &&
+              offsetof(UPID_TREE_NODE_S, SPI) == 24 && offsetof(UPID_TREE_NODE_S, reserved) == 28 &&
+              offsetof(UPID_TREE_NODE_S, flags) == 32 && offsetof(UPID_TREE_NODE_S, name) == 36 &&
+              offsetof(UPID_TREE_NODE_S, currentChildIdx) == 68);
+
+inline constexpr unsigned int UPID_TREE_NODE_S::*kNodeWords[] = {
+    &UPID_TREE_NODE_S::upid,       &UPID_TREE_NODE_S::parentUpid,
+    &UPID_TREE_NODE_S::firstChild, &UPID_TREE_NODE_S::numOfChildren,
+    &UPID_TREE_NODE_S::sibling,    &UPID_TREE_NODE_S::PI,
+    &UPID_TREE_NODE_S::SPI,        &UPID_TREE_NODE_S::reserved,
+    &UPID_TREE_NODE_S::flags,      &UPID_TREE_NODE_S::currentChildIdx};
+
+// From the byte order of buffers to that of this machine, and back.
+inline void convertWord(unsigned int& word) {
+  if constexpr (std::endian::native == std::endian::big) {
+    auto* const bytes = reinterpret_cast<unsigned char*>(&word);
+    std::reverse(bytes, bytes + sizeof word);
+  }
+}
+
+inline unsigned int readWord(const char* bytes) {
+  unsigned int word = 0;
+  std::memcpy(&word, bytes, sizeof word);
+  convertWord(word);
+  return word;
+}
+
+inline void convertWords(UPID_TREE_NODE_S& record) {
+  for (auto word : kNodeWords) convertWord(record.*word);
+}
+
+inline UPID_TREE_NODE_S readNode(const char* bytes) {
+  UPID_TREE_NODE_S record;
+  std::memcpy(&record, bytes, kNodeSize);
+  convertWords(record);
+  return record;
+}
+
+inline void writeNode(const UPID_TREE_NODE_S& node, char* bytes) {
+  UPID_TREE_NODE_S record = node;
+  convertWords(record);
+  std::memcpy(bytes, &record, kNodeSize);
+  std::memset(bytes + offsetof(UPID_TREE_NODE_S, reserved), 0, sizeof record.reserved);
+}
+
+// Writes the nodes that `nodeOf` finds in the elements of `nodes`, and returns the bytes written,
+// or nothing when the room is too small. Callers see records pass through OrvaneUpidNode::get();
+// the last one is all that stays of that.
+template <typename Nodes, typename NodeOf = std::identity>
+std::optional<std::size_t> writeNodes(const Nodes& nodes, std::span<char> buffer,
+                                      NodeOf nodeOf = {}) {
+  const std::size_t length = nodes.size() * kNodeSize;
+  if (buffer.size() < length) return std::nullopt;
+  char* next = buffer.data();
+  for (const auto& element : nodes) {
+    writeNode(std::invoke(nodeOf, element), next);
+    next += kNodeSize;
+  }
+  if (!nodes.empty()) {
+    const OrvaneUpidNode& last = std::invoke(nodeOf, *std::prev(nodes.end()));
+    last.get();
+  }
+  return length;
+}
+
+}  // namespace orvane
+
+#endif  // ORVANE_UPID_NODE_BUFFER_H_
