@@ -12,6 +12,8 @@
 #include "orvane/port_mapping.h"
 #include "orvane/port_range.h"
 #include "orvane/sorted_vector.h"
+#include "orvane/upid_array.h"
 #include "orvane/upid_node.h"
+#include "orvane/upid_tree.h"
 
 #endif  // ORVANE_ORVANE_H_

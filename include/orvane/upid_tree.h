@@ -1,0 +1,102 @@
+#ifndef ORVANE_UPID_TREE_H_
+#define ORVANE_UPID_TREE_H_
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <span>
+
+#include "orvane/export.h"
+#include "orvane/upid_node.h"
+
+/// The protocol identifier tree: nodes by UPID, ascending, one per UPID; walk and size it as the
+/// map that it is. The links between the nodes come with them; nothing builds or checks them.
+///
+/// A tree buffer is a header of nine words followed by records of 72 bytes (see UPID_TREE_NODE_S);
+/// a node buffer is records alone. All words are little-endian, no alignment is needed.
+///
+/// The operations that write a buffer show the last node that they write where
+/// OrvaneUpidNode::get() does.
+class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNode> {
+ public:
+  /// No nodes, and a header of zeros.
+  OrvaneUpidTree() = default;
+
+  /// Copies every node and the header.
+  OrvaneUpidTree(const OrvaneUpidTree&) = default;
+  OrvaneUpidTree(OrvaneUpidTree&&) noexcept = default;
+  OrvaneUpidTree& operator=(const OrvaneUpidTree&) = default;
+  OrvaneUpidTree& operator=(OrvaneUpidTree&&) noexcept = default;
+
+  virtual ~OrvaneUpidTree();
+
+  /// @name Nodes
+  /// References hold until the node is removed with the tree, or the tree is assigned to. A node
+  /// keeps its place when its UPID is changed through one.
+  /// @{
+
+  /// Stores a copy of `node` under its UPID, unless that is taken: then the tree stays as it was.
+  void add(const OrvaneUpidNode& node);
+
+  /// The node with that UPID. When there is none, a cleared node that is none of the tree's nodes:
+  /// what is written to it is lost at the next such look-up.
+  OrvaneUpidNode& get(unsigned int upid);
+  const OrvaneUpidNode& get(unsigned int upid) const;
+
+  /// The same as get(): unlike the operator of a map it never inserts.
+  OrvaneUpidNode& operator[](unsigned int upid) { return get(upid); }
+  const OrvaneUpidNode& operator[](unsigned int upid) const { return get(upid); }
+
+  /// The UPIDs of TCP and UDP, from the header.
+  unsigned int getTCPUpid() const { return header[kTcpUpid]; }
+  unsigned int getUDPUpid() const { return header[kUdpUpid]; }
+  /// @}
+
+  /// @name Buffers
+  /// @{
+
+  /// Reads a tree buffer: replaces the header and adds each node as add() does, so that the nodes
+  /// held stay and the first of several with one UPID wins. A null buffer changes nothing. The
+  /// length is not consulted.
+  /// REQUIRES: `buffer` holds the header and as many records as its first word says.
+  void setBuffer(const char* buffer, int length);
+
+  /// setBuffer() that stays inside `buffer`: false, and nothing changes, when the header or a
+  /// record that it counts is cut short. Bytes after the last record are ignored.
+  bool setBufferChecked(std::span<const char> buffer);
+
+  /// Writes every node as a node buffer, ascending by UPID, and sets `length` to the bytes that
+  /// this takes, 72 per node. A null buffer only gets the length told. REQUIRES: room for 72 bytes
+  /// per node.
+  void getBuffer(char* buffer, int& length) const;
+
+  /// getBuffer() that stays inside `buffer`: the bytes written, or nothing, and nothing is written,
+  /// when the room is too small.
+  std::optional<std::size_t> getBufferChecked(std::span<char> buffer) const;
+
+  /// Writes the children of the node with that UPID as a node buffer: its first child, that one's
+  /// sibling and so on. A node that the tree lacks, and one whose first child is 0, has none.
+  ///
+  /// When the parent counts its children, that is the most that is written. When its count is 0,
+  /// the chain ends in a closing node, the one whose sibling is 0, which is not written. The chain
+  /// also ends at a sibling that the tree lacks, and after as many records as the tree has nodes.
+  /// A null buffer is ignored. REQUIRES: room for 72 bytes per child.
+  void getChildrenBuffer(unsigned int upid, char* buffer) const;
+
+  /// getChildrenBuffer() that stays inside `buffer`: the bytes written, or nothing, and nothing is
+  /// written, when the room is too small.
+  std::optional<std::size_t> getChildrenBufferChecked(unsigned int upid,
+                                                      std::span<char> buffer) const;
+  /// @}
+
+  /// The header of the last tree buffer read: the number of nodes in it, the UPID of TCP, the UPID
+  /// of UDP, and six words that are carried along, never interpreted.
+  unsigned int header[9] = {};
+
+ private:
+  enum HeaderWord : int { kTcpUpid = 1, kUdpUpid = 2 };
+
+  OrvaneUpidNode placeholder;  // what a look-up of a UPID that the tree lacks gives
+};
+
+#endif  // ORVANE_UPID_TREE_H_

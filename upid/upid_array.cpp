@@ -1,0 +1,49 @@
+#include "orvane/upid_array.h"
+
+#include <algorithm>
+
+#include "upid/node_buffer.h"
+
+OrvaneUpidArray::~OrvaneUpidArray() = default;
+
+void OrvaneUpidArray::setBuffer(const char* buffer, int length) {
+  if (buffer == nullptr || length < 0) return;
+  const std::size_t count = static_cast<std::size_t>(length) / orvane::kNodeSize;
+  setBufferChecked({buffer, count * orvane::kNodeSize});
+}
+
+bool OrvaneUpidArray::setBufferChecked(std::span<const char> buffer) {
+  if (buffer.size() % orvane::kNodeSize != 0) return false;
+  const std::size_t needed = size() + buffer.size() / orvane::kNodeSize;
+  // Twice the room, because many small buffers may follow each other.
+  if (needed > capacity()) reserve(std::max(needed, 2 * capacity()));
+  for (; !buffer.empty(); buffer = buffer.subspan(orvane::kNodeSize)) {
+    if (!checkName(buffer.data() + offsetof(UPID_TREE_NODE_S, name))) continue;
+    const UPID_TREE_NODE_S record = orvane::readNode(buffer.data());
+    emplace_back(&record);
+  }
+  return true;
+}
+
+unsigned int OrvaneUpidArray::getBuffer(char* buffer) const {
+  const std::size_t room = size() * orvane::kNodeSize;
+  if (buffer != nullptr) getBufferChecked({buffer, room});
+  return static_cast<unsigned int>(room);
+}
+
+std::optional<std::size_t> OrvaneUpidArray::getBufferChecked(std::span<char> buffer) const {
+  return orvane::writeNodes(*this, buffer);
+}
+
+int OrvaneUpidArray::getBufferLength() const {
+  return static_cast<int>(size() * orvane::kNodeSize);
+}
+
+// A byte of 0x80 or above spoils a name; what follows the first NUL is not part of it.
+bool OrvaneUpidArray::checkName(const char* name) {
+  if (name == nullptr) return false;
+  const char* const end = name + sizeof UPID_TREE_NODE_S::name;
+  const char* const stop = std::find_if(
+      name, end, [](char byte) { return byte == 0 || static_cast<unsigned char>(byte) >= 0x80; });
+  return stop == end || *stop == 0;
+}
