@@ -1,0 +1,243 @@
+#include <gtest/gtest.h>
+#include <orvane/upid_array.h>
+#include <orvane/upid_tree.h>
+
+#include <climits>
+#include <numeric>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Links = std::vector<std::pair<unsigned int, unsigned int>>;
+
+constexpr std::size_t kSize = 72;
+
+std::string words(const std::vector<unsigned int>& values) {
+  std::string bytes;
+  for (const unsigned int value : values) {
+    for (unsigned int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(value >> shift);
+  }
+  return bytes;
+}
+
+std::string record(unsigned int upid, std::string name = "", unsigned int firstChild = 3,
+                   unsigned int numOfChildren = 4, unsigned int sibling = 5) {
+  name.resize(32);
+  return words({upid, 2, firstChild, numOfChildren, sibling, 6, 7, 0, 9}) + name + words({10});
+}
+
+std::string tree(std::size_t count, unsigned int tcp, const std::string& records) {
+  return words({static_cast<unsigned int>(count), tcp, 17, 4, 5, 6, 7, 8, 9}) + records;
+}
+
+OrvaneUpidNode node(const std::string& bytes) { return {bytes.data(), 0}; }
+
+// What a checked writer writes into a room that is just large enough.
+template <typename Write>
+std::string writtenBy(std::size_t nodes, Write write) {
+  std::string room(nodes * kSize, 'x');
+  if (nodes > 0) {
+    EXPECT_EQ(write(std::span(room).subspan(1)), std::nullopt);
+  }
+  EXPECT_EQ(room, std::string(room.size(), 'x'));
+  EXPECT_EQ(write(std::span(room)), room.size());
+  return room;
+}
+
+template <typename Nodes>
+std::string written(const Nodes& nodes) {
+  return writtenBy(nodes.size(),
+                   [&](std::span<char> room) { return nodes.getBufferChecked(room); });
+}
+
+std::string written(const OrvaneUpidNode& node) {
+  OrvaneUpidArray array;
+  array.add(node);
+  array.front().reserved = 1;  // never written
+  return written(array);
+}
+
+// A copy in memory of its own, so that reading beyond it is caught.
+std::vector<char> prefix(const std::string& bytes, std::size_t length) {
+  return {bytes.data(), bytes.data() + length};
+}
+
+TEST(UpidNode, HasEachFieldAtItsOffset) {
+  std::string bytes(kSize + 1, '\0');
+  std::iota(bytes.begin(), bytes.end(), '\xFF');  // 0, 1, 2 ... from an odd address on
+  const OrvaneUpidNode read(bytes.data() + 1, 0);
+  bytes.replace(1 + 28, 4, 4, '\0');  // the reserved word is not carried
+  EXPECT_EQ(written(read), bytes.substr(1));
+  EXPECT_EQ(
+      words({read.getUpid(), read.getParentUpid(), read.getFirstChild(), read.getNumOfChildren(),
+             read.getSibling(), read.getPI(), read.getSPI(), read.reserved, read.getFlags()}) +
+          std::string(read.getName(), 32) + words({read.getCurrentChildIdx()}),
+      bytes.substr(1));
+  OrvaneUpidNode set;
+  EXPECT_EQ(written(set), std::string(kSize, '\0'));
+  set.setUpid(read.getUpid());
+  set.setParentUpid(read.getParentUpid());
+  set.setFirstChild(read.getFirstChild());
+  set.setNumOfChildren(read.getNumOfChildren());
+  set.setSibling(read.getSibling());
+  set.setPI(read.getPI());
+  set.setSPI(read.getSPI());
+  set.setFlags(read.getFlags());
+  set.setCurrentChildIdx(read.getCurrentChildIdx());
+  set.setName(read.getName());
+  set.reserved = 1;
+  EXPECT_EQ(set.get()->reserved, 0);
+  EXPECT_EQ(written(set), bytes.substr(1));
+  set.copy(&read);
+  EXPECT_EQ(set.reserved, 1);
+}
+
+TEST(UpidNode, SharesOneRecordAmongAll) {
+  OrvaneUpidArray array;
+  array.setBuffer((record(1) + record(2)).data(), 144);
+  const UPID_TREE_NODE_S* const shown = array[0].get();
+  EXPECT_EQ(shown->upid, 1);
+  written(array);
+  EXPECT_EQ(shown->upid, 2);
+  written(OrvaneUpidTree());
+  EXPECT_EQ(array[1].get(), shown);
+  EXPECT_EQ(shown->upid, 2);
+}
+
+TEST(UpidNode, KeepsFlagsAndValidityTogether) {
+  const struct {
+    unsigned int flags;
+    int valid;
+    unsigned int changed;
+  } cases[] = {{0, 1, 1}, {4, 6, 5}, {5, 0, 4}, {0xFFFFFFFF, -2, 0xFFFFFFFF}};
+  for (const auto& c : cases) {
+    OrvaneUpidNode node;
+    node.setFlags(c.flags);
+    node = OrvaneUpidNode(node);
+    EXPECT_EQ(node.valid, static_cast<int>(c.flags & 1));
+    node.setValid(c.valid);
+    EXPECT_EQ(node.valid, c.valid);
+    EXPECT_EQ(node.getFlags(), c.changed);
+    EXPECT_EQ(node.getValid(), c.valid != 0 ? 1 : 0);
+  }
+}
+
+TEST(UpidNode, IgnoresShortAndMissingData) {
+  const std::string whole = record(1, std::string(32, 'n'));
+  OrvaneUpidNode held = node(whole);
+  for (std::size_t length = 0; length < kSize; ++length) {
+    EXPECT_FALSE(held.copyChecked(prefix(record(9), length)));
+    EXPECT_EQ(OrvaneUpidNode(held).setNameChecked(prefix(whole, length)), length >= 32);
+  }
+  held.copy(nullptr);
+  held.setName(nullptr);
+  EXPECT_EQ(written(held), whole);
+  EXPECT_TRUE(held.copyChecked(prefix(record(9), kSize)));
+  EXPECT_EQ(written(held), record(9));
+  EXPECT_EQ(written(OrvaneUpidNode(nullptr, 72)), std::string(kSize, '\0'));
+}
+
+TEST(UpidTree, KeepsTheFirstNodeOfAUpid) {
+  OrvaneUpidTree held;
+  const std::string buffer = tree(4, 6, record(7, "a") + record(3) + record(7, "b") + record(5));
+  held.setBuffer(("?" + buffer).data() + 1, -1);
+  held.add(node(record(3, "c")));
+  const std::string second = tree(2, 66, record(5, "d") + record(4));
+  for (std::size_t length = 0; length < second.size(); ++length) {
+    EXPECT_FALSE(held.setBufferChecked(prefix(second, length)));
+  }
+  EXPECT_FALSE(held.setBufferChecked(tree(0x1C71C71D, 66, record(9))));  // of 40 bytes, modulo 2^32
+  held.setBuffer(nullptr, 0);
+  EXPECT_EQ(held.getTCPUpid(), 6);
+  EXPECT_EQ(written(held), record(3) + record(5) + record(7, "a"));
+  EXPECT_TRUE(held.setBufferChecked(second + "rest"));
+  const OrvaneUpidTree copy = held;
+  EXPECT_EQ(copy.getTCPUpid(), 66);
+  EXPECT_EQ(copy.getUDPUpid(), 17);
+  EXPECT_EQ(written(copy), record(3) + record(4) + record(5) + record(7, "a"));
+  int length = 0;
+  copy.getBuffer(nullptr, length);
+  EXPECT_EQ(length, 288);
+}
+
+TEST(UpidTree, NeverInsertsWhenLookingUp) {
+  OrvaneUpidTree held;
+  held.add(node(record(1)));
+  for (const unsigned int upid : {1U, 2U}) held[upid].setPI(99);
+  EXPECT_EQ(std::as_const(held)[1].getPI(), 99);
+  EXPECT_EQ(std::as_const(held)[2].getPI(), 0);
+  EXPECT_EQ(held.get(2).getPI(), 0);
+  EXPECT_EQ(held.size(), 1);
+}
+
+TEST(UpidTree, WritesTheChildrenOfANode) {
+  const struct {
+    unsigned int firstChild, numOfChildren;
+    Links siblings;
+    std::vector<unsigned int> children;
+  } cases[] = {
+      {0, 2, {{0, 2}, {2, 0}}, {}},                  // none
+      {9, 2, {{2, 0}}, {}},                          // one that the tree lacks
+      {3, 0, {{2, 4}, {3, 2}, {4, 0}}, {3, 2}},      // not counted: up to the closing node
+      {2, 0, {{2, 0}}, {}},                          // the closing node alone
+      {2, 2, {{2, 3}, {3, 0}}, {2, 3}},              // counted: with the last one
+      {2, 2, {{2, 3}, {3, 4}, {4, 0}}, {2, 3}},      // and a closing node
+      {2, 1, {{2, 3}, {3, 0}}, {2}},                 // more than counted
+      {2, 0xFFFFFFFF, {{2, 3}, {3, 0}}, {2, 3}},     // fewer than counted
+      {2, 0, {{2, 3}, {3, 9}}, {2, 3}},              // broken off
+      {2, 0, {{2, 3}, {3, 2}}, {2, 3, 2}},           // a ring, cut at the size of the tree
+      {2, 0xFFFFFFFF, {{2, 3}, {3, 2}}, {2, 3, 2}},  // and counted
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::PrintToString(c.siblings));
+    std::string records = record(1, "", c.firstChild, c.numOfChildren);
+    for (const auto& [upid, sibling] : c.siblings) records += record(upid, "", 0, 0, sibling);
+    OrvaneUpidTree held;
+    held.setBuffer(tree(1 + c.siblings.size(), 6, records).data(), 0);
+    std::string children;
+    for (const unsigned int upid : c.children) children += written(held[upid]);
+    std::vector<char> room(children.size());
+    held.getChildrenBuffer(1, room.data());
+    EXPECT_EQ(std::string(room.begin(), room.end()), children);
+    const auto write = [&](std::span<char> to) { return held.getChildrenBufferChecked(1, to); };
+    EXPECT_EQ(writtenBy(c.children.size(), write), children);
+    EXPECT_EQ(held.getChildrenBufferChecked(8, room), 0);
+  }
+}
+
+TEST(UpidArray, ReadsTheRecordsThatALengthHolds) {
+  const std::string buffer = record(2) + record(1);
+  for (const int length : {INT_MIN, -72, 0, 71, 72, 143, 144}) {
+    SCOPED_TRACE(length);
+    const std::size_t bytes = length < 0 ? 0 : static_cast<std::size_t>(length);
+    const std::string expected = buffer.substr(0, bytes / kSize * kSize);
+    OrvaneUpidArray array;
+    array.setBuffer(("?" + buffer).data() + 1, length);
+    array.setBuffer(nullptr, length);
+    EXPECT_EQ(written(array), expected);
+    EXPECT_EQ(array.getBuffer(nullptr), expected.size());
+    const bool whole = bytes % kSize == 0;
+    EXPECT_EQ(array.setBufferChecked(prefix(buffer, bytes)), whole);
+    EXPECT_EQ(written(array), whole ? expected + expected : expected);
+  }
+}
+
+TEST(UpidArray, DropsNamesThatAreNoPlainText) {
+  const std::string taken[] = {"", "dns", std::string(32, '\x7F'), std::string("ftp\0\xE9", 5)};
+  const std::string dropped[] = {"\x80", "caf\xE9", std::string(31, 'a') + "\xFF"};
+  std::string all;
+  std::string plain;
+  for (const std::string& name : taken) plain += record(0xE9E9E9E9, name);
+  for (const std::string& name : dropped) all += record(1, name);
+  all += plain;
+  for (std::size_t end = kSize; end <= plain.size(); end += kSize) plain[end - 4] = '\xE9';
+  OrvaneUpidArray array;
+  EXPECT_TRUE(array.setBufferChecked(all + plain));
+  EXPECT_EQ(written(array), all.substr(3 * kSize) + plain);
+}
+
+}  // namespace
