@@ -68,6 +68,7 @@ std::vector<Collision> UseIndex::collisionsOf(const OrvanePortMapping& item) con
     }
   }
   std::vector<Collision> collisions;
+  collisions.reserve(found.size());
   for (auto& [use, ports] : found) collisions.push_back({use, std::move(ports)});
   std::ranges::sort(collisions, {}, &Collision::use);
   return collisions;
