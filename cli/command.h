@@ -35,6 +35,7 @@ Command makeDiff(CLI::App& orvane);
 Command makeImport(CLI::App& orvane);
 Command makeLint(CLI::App& orvane);
 Command makePorts(CLI::App& orvane);
+Command makeTree(CLI::App& orvane);
 Command makeUsed(CLI::App& orvane);
 
 // Refuses "", which a script passes for a variable that it forgot to set.

@@ -31,12 +31,17 @@ std::string readAll(const File& file, const std::string& name) {
 
 }  // namespace
 
-Input readInput(const std::string& path) {
+Input readBytes(const std::string& path) {
   const bool standard = path == "-";
   Input input{standard ? "standard input" : escape(path), {}};
   const File file(standard ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (!file.isOpen()) failAsErrno("cannot read " + input.name);
   input.text = readAll(file, input.name);
+  return input;
+}
+
+Input readInput(const std::string& path) {
+  Input input = readBytes(path);
   if (const std::size_t nul = input.text.find('\0'); nul != std::string::npos) {
     throw Failure(input.name + ": the byte at offset " + std::to_string(nul) +
                   " is NUL: this is no text");

@@ -12,8 +12,10 @@ struct Input {
   std::string text;
 };
 
-// Reads a file, or standard input for "-". Throws Failure when it cannot be read, or when it holds
-// a NUL, which no text of the library can.
+// Reads a file, or standard input for "-". Throws Failure when it cannot be read.
+Input readBytes(const std::string& path);
+
+// The same for a text, which cannot hold a NUL byte: Failure is thrown for one.
 Input readInput(const std::string& path);
 
 // "name:line: ", the start of every message about a line.

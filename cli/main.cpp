@@ -34,8 +34,9 @@ void finishParsing(const CLI::App& parser, const CLI::ParseError& stop) {
 ExitStatus run(CLI::App& parser, int argc, char** argv) {
   parser.set_version_flag("--version", "orvane " ORVANE_VERSION);
   const std::vector<Command> commands = {
-      makeApps(parser), makeDiff(parser),      makePorts(parser),  makeCheck(parser),
-      makeUsed(parser), makeCatalogue(parser), makeImport(parser), makeLint(parser),
+      makeApps(parser),  makeDiff(parser),   makePorts(parser),
+      makeCheck(parser), makeUsed(parser),   makeCatalogue(parser),
+      makeTree(parser),  makeImport(parser), makeLint(parser),
   };
   parser.footer(
       "Files are section texts; - reads standard input.\n"

@@ -1,0 +1,204 @@
+// Reading trees from JSON and CSV.
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+#include <unordered_map>
+
+#include "cli/command.h"
+#include "cli/input.h"
+#include "cli/json.h"
+#include "cli/text.h"
+#include "cli/tree_file.h"
+
+namespace orvane::cli {
+namespace {
+
+// Which fields a text gives; those that it never gives may be derived.
+using GivenFields = std::array<bool, kNodeFields.size()>;
+
+const NodeField* findField(std::string_view name) {
+  const auto* const found =
+      std::ranges::find_if(kNodeFields, [&](const NodeField& field) { return name == field.name; });
+  return found == kNodeFields.end() ? nullptr : found;
+}
+
+void setName(OrvaneUpidNode& node, const std::string& written, const std::string& where) {
+  const auto name = readName(written);
+  if (!name) {
+    throw Failure(where + "name " + quote(written) +
+                  " has more than 32 bytes or a backslash that is no \\xNN");
+  }
+  std::ranges::fill(node.name, '\0');
+  std::ranges::copy(*name, node.name);
+}
+
+// The cells of a CSV line; a quoted cell may hold commas, and quotes doubled.
+std::vector<std::string> cellsOf(std::string_view line, const std::string& where) {
+  std::vector<std::string> cells(1);
+  bool quoted = false;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (line[i] == '"') {
+      if (quoted && i + 1 < line.size() && line[i + 1] == '"') {
+        cells.back().push_back(line[++i]);
+      } else {
+        quoted = !quoted;
+      }
+    } else if (line[i] == ',' && !quoted) {
+      cells.emplace_back();
+    } else {
+      cells.back().push_back(line[i]);
+    }
+  }
+  if (quoted) throw Failure(where + "a quote is not closed");
+  return cells;
+}
+
+unsigned int numberOf(const std::string& cell, const std::string& where, std::string_view field) {
+  const auto number = parseDecimal<unsigned int>(cell);
+  if (!number) throw Failure(where + std::string(field) + " " + quote(cell) + " is no number");
+  return *number;
+}
+
+void readCsv(const Input& input, TreeFile& file, GivenFields& given) {
+  std::vector<std::string> columns;
+  std::string_view rest = input.text;
+  for (std::size_t number = 1; !rest.empty(); ++number) {
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    const std::string where = lineLabel(input, number);
+    const auto cells = cellsOf(line, where);
+    if (cells.front() == "#header") {
+      if (cells.size() != kHeaderWords) throw Failure(where + "a header has eight words");
+      auto& header = file.header.emplace();
+      for (std::size_t i = 1; i < kHeaderWords; ++i) header[i] = numberOf(cells[i], where, "word");
+    } else if (line.empty() || line.starts_with('#')) {
+      continue;
+    } else if (columns.empty()) {
+      columns = cells;
+      for (const std::string& column : columns) {
+        const NodeField* const field = findField(column);
+        if (field == nullptr && column != "name") {
+          throw Failure(where + "unknown column " + quote(column));
+        }
+        if (field != nullptr) given[static_cast<std::size_t>(field - kNodeFields.data())] = true;
+      }
+      if (!given[0]) throw Failure(where + "there is no column upid");
+    } else {
+      if (cells.size() != columns.size()) {
+        throw Failure(where + "there are " + std::to_string(cells.size()) + " cells instead of " +
+                      std::to_string(columns.size()));
+      }
+      OrvaneUpidNode& node = file.nodes.emplace_back();
+      for (std::size_t i = 0; i < cells.size(); ++i) {
+        const NodeField* const field = findField(columns[i]);
+        if (field == nullptr) {
+          setName(node, cells[i], where);
+        } else {
+          node.*field->value = numberOf(cells[i], where, columns[i]);
+        }
+      }
+    }
+  }
+}
+
+unsigned int wordOf(const Json& json, const std::string& where, std::string_view field) {
+  if (!json.is_number_unsigned() || json.get<std::uint64_t>() > 0xFFFFFFFFU) {
+    throw Failure(where + std::string(field) + " is no number of 32 bits");
+  }
+  return json.get<unsigned int>();
+}
+
+void readJson(const Input& input, TreeFile& file, GivenFields& given) {
+  Json json;
+  try {
+    json = Json::parse(input.text);
+  } catch (const Json::exception& error) {
+    throw Failure(input.name + ": " + escape(error.what()));
+  }
+  const std::string where = input.name + ": ";
+  if (!json.is_object() || !json.contains("nodes") || !json["nodes"].is_array()) {
+    throw Failure(where + "this is no object with an array \"nodes\"");
+  }
+  if (json.contains("header")) {
+    const Json& words = json["header"];
+    if (!words.is_array() || words.size() != kHeaderWords - 1) {
+      throw Failure(where + "a header has eight words");
+    }
+    auto& header = file.header.emplace();
+    for (std::size_t i = 1; i < kHeaderWords; ++i) header[i] = wordOf(words[i - 1], where, "word");
+  }
+  for (const Json& object : json["nodes"]) {
+    const std::string which = where + "node " + std::to_string(file.nodes.size() + 1) + ": ";
+    if (!object.is_object() || !object.contains("upid")) throw Failure(which + "there is no upid");
+    OrvaneUpidNode& node = file.nodes.emplace_back();
+    for (const auto& [key, value] : object.items()) {
+      const NodeField* const field = findField(key);
+      if (field != nullptr) {
+        node.*field->value = wordOf(value, which, key);
+        given[static_cast<std::size_t>(field - kNodeFields.data())] = true;
+      } else if (key == "name" && value.is_string()) {
+        setName(node, value.get<std::string>(), which);
+      } else {
+        throw Failure(which + "unknown key " + quote(key));
+      }
+    }
+  }
+}
+
+// Links the children of each node in the order of the file, in those fields that it does not give.
+void deriveLinks(TreeFile& file, const GivenFields& given) {
+  const auto isGiven = [&](std::string_view name) {
+    return given[static_cast<std::size_t>(findField(name) - kNodeFields.data())];
+  };
+  std::unordered_map<unsigned int, OrvaneUpidNode*> byUpid;
+  for (OrvaneUpidNode& node : file.nodes) byUpid.try_emplace(node.upid, &node);
+  std::unordered_map<unsigned int, OrvaneUpidNode*> lastChild;
+  for (OrvaneUpidNode& node : file.nodes) {
+    const auto parent = byUpid.find(node.parentUpid);
+    if (node.parentUpid == 0 || node.parentUpid == node.upid || parent == byUpid.end()) continue;
+    OrvaneUpidNode*& last = lastChild[node.parentUpid];
+    if (last == nullptr && !isGiven("firstChild")) parent->second->firstChild = node.upid;
+    if (last != nullptr && !isGiven("sibling")) last->sibling = node.upid;
+    if (!isGiven("numOfChildren")) ++parent->second->numOfChildren;
+    last = &node;
+  }
+}
+
+// The UPID of the first node with that name, whatever its letter case.
+unsigned int upidNamed(const TreeFile& file, std::string_view name) {
+  for (const OrvaneUpidNode& node : file.nodes) {
+    const auto same = [](char a, char b) {
+      return std::tolower(static_cast<unsigned char>(a)) == b;
+    };
+    if (std::ranges::equal(writtenName(node), name, same)) return node.upid;
+  }
+  return 0;
+}
+
+}  // namespace
+
+TreeFile readTreeText(const std::string& path, bool nodesOnly) {
+  const Input input = readInput(path);
+  TreeFile file{input.name, std::nullopt, {}};
+  GivenFields given{};
+  if (path.ends_with(".json")) {
+    readJson(input, file, given);
+  } else if (path.ends_with(".csv")) {
+    readCsv(input, file, given);
+  } else {
+    throw Failure(input.name + ": the name ends in neither .json nor .csv");
+  }
+  deriveLinks(file, given);
+  if (nodesOnly) {
+    file.header.reset();
+  } else if (!file.header) {
+    file.header.emplace() = {0, upidNamed(file, "tcp"), upidNamed(file, "udp")};
+  }
+  if (file.header) file.header->front() = static_cast<unsigned int>(file.nodes.size());
+  return file;
+}
+
+}  // namespace orvane::cli
