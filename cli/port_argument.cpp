@@ -11,9 +11,13 @@ OrvanePortMapping readPortArgument(const std::string& command, const std::string
                                    const std::string& text) {
   Findings findings;
   checkPortList(text, 0, findings);
+  std::string messages;
   for (const Finding& finding : findings) {
-    if (!finding.isNote) writeError(command + ": " + what + ": " + finding.message + "\n");
+    if (finding.isNote) continue;
+    messages.append(command).append(": ").append(what).append(": ");
+    messages.append(finding.message).append("\n");
   }
+  writeError(messages);
   OrvanePortMapping mapping;
   mapping.setPorts(text);
   if (!text.empty() && mapping.getPortsAsString().empty()) {

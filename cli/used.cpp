@@ -28,8 +28,9 @@ std::string singlePorts(const OrvanePortMapping& mapping) {
 }
 
 ExitStatus showUsed(const Options& options) {
-  if (!options.inUse.any())
+  if (!options.inUse.any()) {
     throw Failure("give --ports, --socket or --live to tell what is in use");
+  }
   OrvanePortCounter counter;
   for (const Use& use : readInUse("orvane used", options.inUse)) {
     if (use.ports.getIpAddress() == 0) {
