@@ -1,21 +1,13 @@
-#include <memory>
 #include <string>
 
-#include "cli/command.h"
 #include "cli/json.h"
 #include "cli/output.h"
 #include "cli/section_file.h"
+#include "cli/subcommands.h"
 #include "cli/text.h"
 
 namespace orvane::cli {
 namespace {
-
-struct Options {
-  std::string file;
-  std::string output;
-  bool json = false;
-  bool section = false;
-};
 
 // One item per line; the application's own fields stand on its first.
 std::string tableOf(const OrvaneAppMapping& applications) {
@@ -64,30 +56,15 @@ std::string jsonOf(const OrvaneAppMapping& applications) {
   return toText(array);
 }
 
-ExitStatus showApplications(const Options& options) {
+}  // namespace
+
+ExitStatus showApplications(const AppsOptions& options) {
   const OrvaneAppMapping applications = readApplications(options.file);
   writeOutput(options.json      ? jsonOf(applications)
               : options.section ? applications.getSection(true)
                                 : tableOf(applications),
               options.output, {options.file});
   return kSuccess;
-}
-
-}  // namespace
-
-Command makeApps(CLI::App& orvane) {
-  const auto options = std::make_shared<Options>();
-  CLI::App* const parser =
-      orvane.add_subcommand("apps", "Show the applications of a mapping text as a table");
-  addSectionText(*parser, "FILE", options->file);
-  CLI::Option* const json = parser->add_flag("--json", options->json, "Write all facts as JSON");
-  parser->add_flag("--section", options->section, "Write the mapping text in canonical form")
-      ->excludes(json);
-  addOutputOption(*parser, options->output);
-  parser->footer(
-      "What the text holds that is not read is reported on standard error.\n"
-      "Example: orvane apps --section --output canonical.txt running.txt");
-  return {parser, [options] { return showApplications(*options); }};
 }
 
 }  // namespace orvane::cli

@@ -1,34 +1,21 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/findings.h"
 #include "cli/json.h"
 #include "cli/output.h"
 #include "cli/section_file.h"
+#include "cli/subcommands.h"
 #include "cli/text.h"
 #include "orvane/app_info_array.h"
 
 namespace orvane::cli {
 namespace {
-
-struct Options {
-  std::string file;
-  std::string with;
-  std::string add;
-  std::string known;
-  std::string unknown;
-  std::string output;
-  std::vector<std::string> upids;
-  bool json = false;
-  bool section = false;
-  bool expand = false;
-};
 
 using Upids = std::vector<unsigned int>;
 
@@ -98,7 +85,7 @@ std::string jsonOf(const OrvaneAppInfoArray& catalogue, bool expand) {
   return toText(array);
 }
 
-std::string upidList(const OrvaneAppInfoArray& catalogue, const Options& options) {
+std::string upidList(const OrvaneAppInfoArray& catalogue, const CatalogueOptions& options) {
   const bool known = !options.known.empty();
   Upids upids;
   readUpids(known ? "--known" : "--unknown", known ? options.known : options.unknown, upids);
@@ -128,7 +115,7 @@ Upids chosenUpids(const Upids& chosen, const Elements& elements, UpidOf upidOf) 
   return upids;
 }
 
-std::string textOf(const Options& options) {
+std::string textOf(const CatalogueOptions& options) {
   Upids upids;
   for (const std::string& list : options.upids) readUpids("--upid", list, upids);
   OrvaneAppInfoArray catalogue = readCatalogue(options.file);
@@ -148,41 +135,14 @@ std::string textOf(const Options& options) {
   return options.json ? jsonOf(selected, options.expand) : tableOf(selected, options.expand);
 }
 
-ExitStatus showCatalogue(const Options& options) {
+}  // namespace
+
+ExitStatus showCatalogue(const CatalogueOptions& options) {
   if (options.file == "-" && (options.with == "-" || options.add == "-")) {
     throw Failure("only one file can be standard input");
   }
   writeOutput(textOf(options), options.output, {options.file, options.with, options.add});
   return kSuccess;
-}
-
-}  // namespace
-
-Command makeCatalogue(CLI::App& orvane) {
-  const auto options = std::make_shared<Options>();
-  CLI::App* const parser =
-      orvane.add_subcommand("catalogue", "Show an application catalogue, or combine it");
-  addSectionText(*parser, "FILE", options->file);
-  parser->add_option("--upid", options->upids, "Only these UPIDs; may be given again")
-      ->type_name("UPIDS")
-      ->allow_extra_args(false);
-  parser->add_flag("--expand", options->expand, "List every port of a range");
-  CLI::Option_group* const form = parser->add_option_group("Form", "What is written; one of");
-  form->require_option(0, 1);
-  form->add_flag("--json", options->json, "All facts as JSON");
-  form->add_flag("--section", options->section, "The catalogue text in canonical form");
-  const auto addText = [&](const char* name, std::string& value, const char* type,
-                           const char* description) {
-    form->add_option(name, value, description)->type_name(type)->check(kNotEmpty);
-  };
-  addText("--with", options->with, "APPS",
-          "Entries merged with the applications of a mapping text");
-  addText("--add", options->add, "APPS", "The catalogue with the applications added");
-  addText("--known", options->known, "UPIDS", "Those of the UPIDs that have an entry");
-  addText("--unknown", options->unknown, "UPIDS", "Those of the UPIDs that have none");
-  addOutputOption(*parser, options->output);
-  parser->footer("Example: orvane catalogue --with wanted.txt --upid 7000,7001 known.txt");
-  return {parser, [options] { return showCatalogue(*options); }};
 }
 
 }  // namespace orvane::cli

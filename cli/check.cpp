@@ -1,26 +1,17 @@
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "cli/collisions.h"
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/in_use.h"
 #include "cli/json.h"
 #include "cli/output.h"
 #include "cli/section_file.h"
+#include "cli/subcommands.h"
 #include "cli/text.h"
 
 namespace orvane::cli {
 namespace {
-
-struct Options {
-  std::string file;
-  std::string against;
-  std::string output;
-  InUseOptions inUse;
-  bool each = false;
-  bool json = false;
-};
 
 // One line of the result.
 struct Row {
@@ -91,7 +82,9 @@ std::string jsonOf(const std::vector<Row>& rows) {
   return toText(array);
 }
 
-ExitStatus check(const Options& options) {
+}  // namespace
+
+ExitStatus checkCollisions(const CheckOptions& options) {
   if (!options.each && options.against.empty() && !options.inUse.any()) {
     throw Failure("give --ports, --socket, --live, --against or --each to check against");
   }
@@ -119,29 +112,6 @@ ExitStatus check(const Options& options) {
   writeOutput(options.json ? jsonOf(rows) : linesOf(rows), options.output,
               {options.file, options.against});
   return rows.empty() ? kSuccess : kFound;
-}
-
-}  // namespace
-
-Command makeCheck(CLI::App& orvane) {
-  const auto options = std::make_shared<Options>();
-  CLI::App* const parser =
-      orvane.add_subcommand("check", "Tell which applications collide with what is in use");
-  addSectionText(*parser, "FILE", options->file);
-  addInUseOptions(*parser, options->inUse);
-  parser->add_option("--against", options->against, "The items of another mapping text, or -")
-      ->type_name("FILE")
-      ->check(kNotEmpty);
-  parser->add_flag("--each", options->each,
-                   "Applications of FILE that claim the same port on the same address");
-  parser->add_flag("--json", options->json, "Write an array of collisions");
-  addOutputOption(*parser, options->output);
-  parser->footer(
-      "An item without address is on every address. Each line is an application, the address of\n"
-      "its item, the ports that collide, and with what.\n"
-      "Exit status: 0 no collision, 1 any collision, 2 unusable.\n"
-      "Example: orvane check --live --socket 10.0.0.1:80,443 wanted.txt");
-  return {parser, [options] { return check(*options); }};
 }
 
 }  // namespace orvane::cli

@@ -1,26 +1,17 @@
 #include <algorithm>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "cli/command.h"
 #include "cli/comparison.h"
+#include "cli/failure.h"
 #include "cli/json.h"
 #include "cli/output.h"
 #include "cli/section_file.h"
+#include "cli/subcommands.h"
 #include "cli/text.h"
 
 namespace orvane::cli {
 namespace {
-
-struct Options {
-  std::string older;
-  std::string newer;
-  std::string output;
-  int assumedAction = kOrvaneActionNone;
-  bool summary = false;
-  bool json = false;
-};
 
 OrvaneAppMapping readSide(const std::string& path, int assumedAction) {
   OrvaneAppMapping applications = readApplications(path);
@@ -105,7 +96,9 @@ void noteOmissions(const std::vector<Difference>& differences) {
   }
 }
 
-ExitStatus diff(const Options& options) {
+}  // namespace
+
+ExitStatus compareTexts(const DiffOptions& options) {
   if (options.older == "-" && options.newer == "-") {
     throw Failure("only one of OLD and NEW can be standard input");
   }
@@ -118,32 +111,6 @@ ExitStatus diff(const Options& options) {
                                 : changeSections(differences),
               options.output, {options.older, options.newer});
   return differences.empty() ? kSuccess : kFound;
-}
-
-}  // namespace
-
-Command makeDiff(CLI::App& orvane) {
-  const auto options = std::make_shared<Options>();
-  CLI::App* const parser = orvane.add_subcommand(
-      "diff", "Write the change sections that lead from an older mapping text to a newer one");
-  addSectionText(*parser, "OLD", options->older);
-  addSectionText(*parser, "NEW", options->newer);
-  CLI::Option* const summary =
-      parser->add_flag("--summary", options->summary, "List every difference for a reader instead");
-  parser->add_flag("--json", options->json, "Write the summary as JSON")->needs(summary);
-  parser
-      ->add_option("--assume-action", options->assumedAction,
-                   "Give applications with action 0 this one before comparing")
-      ->type_name("CODE")
-      ->check(CLI::Range(1, 5));
-  addOutputOption(*parser, options->output);
-  parser->footer(
-      "Applications are matched by UPID, new ones by name; GroupID is no difference.\n"
-      "Change sections leave out applications of OLD with action 0, and those that only NEW has\n"
-      "with another action than 1. A note on standard error tells when they leave out anything.\n"
-      "Exit status: 0 no difference, 1 any difference, 2 unusable.\n"
-      "Example: orvane diff --assume-action 1 running.txt wanted.txt > change.txt");
-  return {parser, [options] { return diff(*options); }};
 }
 
 }  // namespace orvane::cli

@@ -9,7 +9,7 @@
 #include <string>
 #include <system_error>
 
-#include "cli/command.h"
+#include "cli/failure.h"
 
 namespace orvane::cli {
 

@@ -1,24 +1,17 @@
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/input.h"
 #include "cli/output.h"
 #include "cli/services.h"
+#include "cli/subcommands.h"
 #include "cli/text.h"
 #include "orvane/app_info_array.h"
 #include "orvane/app_mapping.h"
 
 namespace orvane::cli {
 namespace {
-
-struct Options {
-  std::string file = "/etc/services";
-  std::string output;
-  std::string firstUpid = "1000";
-  std::string form = "apps";
-};
 
 // The first of `count` UPIDs in a row; none of them may be the one that means "none".
 unsigned int firstOf(const std::string& text, std::size_t count) {
@@ -74,7 +67,9 @@ std::string catalogueOf(const std::vector<Service>& services, unsigned int upid,
   return catalogue.getSection(true);
 }
 
-ExitStatus importServices(const Options& options) {
+}  // namespace
+
+ExitStatus importServices(const ImportOptions& options) {
   const Input input = readInput(options.file);
   const std::vector<Service> services = parseServices(input);
   if (services.empty()) throw Failure(input.name + ": there is no service in it");
@@ -82,35 +77,6 @@ ExitStatus importServices(const Options& options) {
   const auto textOf = options.form == "catalogue" ? catalogueOf : applicationsOf;
   writeOutput(textOf(services, firstUpid, input), options.output, {options.file});
   return kSuccess;
-}
-
-}  // namespace
-
-Command makeImport(CLI::App& orvane) {
-  const auto options = std::make_shared<Options>();
-  CLI::App* const import =
-      orvane.add_subcommand("import", "Make a section text of what another program describes");
-  import->footer("Example: orvane import services --output known.txt");
-  CLI::App* const parser =
-      import->add_subcommand("services", "One application per service of a services(5) file");
-  parser->add_option("FILE", options->file, "services(5) file, or -; /etc/services if not given")
-      ->type_name("")
-      ->check(kNotEmpty);
-  parser
-      ->add_option("--first-upid", options->firstUpid,
-                   "UPID of the first, counted up; 1000 if not given")
-      ->type_name("UPID");
-  parser->add_option("--as", options->form, "apps (if not given) or catalogue")
-      ->type_name("FORM")
-      ->check(CLI::IsMember({"apps", "catalogue"}));
-  addOutputOption(*parser, options->output);
-  parser->footer(
-      "Each application has action 1 and one item without address, with the ports of all\n"
-      "protocols; each catalogue entry has those ports and the full name. Lines that are no "
-      "service, and names that are cut, are reported on standard\n"
-      "error.\n"
-      "Example: orvane import services --first-upid 5000 /etc/services > known.txt");
-  return {parser, [options] { return importServices(*options); }};
 }
 
 }  // namespace orvane::cli

@@ -2,7 +2,7 @@
 
 #include <arpa/inet.h>
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/live_sockets.h"
 #include "cli/port_argument.h"
 #include "cli/text.h"
@@ -26,24 +26,6 @@ Use readSocket(const std::string& command, const std::string& text) {
 }
 
 }  // namespace
-
-void addInUseOptions(CLI::App& command, InUseOptions& options) {
-  command.add_option("--ports", options.ports, "Ports in use on every address; may be given again")
-      ->type_name("LIST")
-      ->allow_extra_args(false)
-      ->check(kNotEmpty);
-  command
-      .add_option("--socket", options.sockets, "Ports in use on one address; may be given again")
-      ->type_name("ADDRESS:PORTS")
-      ->allow_extra_args(false)
-      ->check(kNotEmpty);
-  CLI::Option* const live =
-      command.add_flag("--live", options.live, "What listens (tcp) or is bound (udp) on this host");
-  command.add_option("--proc", options.proc, "Another proc file system for --live")
-      ->type_name("DIR")
-      ->needs(live)
-      ->check(kNotEmpty);
-}
 
 std::vector<Use> readInUse(const std::string& command, const InUseOptions& options) {
   std::vector<Use> uses;

@@ -3,7 +3,6 @@
 #ifndef ORVANE_CLI_IN_USE_H_
 #define ORVANE_CLI_IN_USE_H_
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 
@@ -25,9 +24,6 @@ struct InUseOptions {
 
   bool any() const { return live || !ports.empty() || !sockets.empty(); }
 };
-
-// Gives a command --ports, --socket, --live and --proc.
-void addInUseOptions(CLI::App& command, InUseOptions& options);
 
 // All that the options tell. What cannot be read is told on standard error; Failure is thrown when
 // nothing of an argument is usable, or when this host cannot be asked.

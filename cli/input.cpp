@@ -8,7 +8,7 @@
 #include <cstddef>
 #include <system_error>
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/file.h"
 #include "cli/text.h"
 

@@ -12,7 +12,7 @@
 #include <memory>
 #include <optional>
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/file.h"
 #include "cli/text.h"
 
@@ -114,12 +114,6 @@ void replaceFile(std::string_view text, const std::string& path,
 }
 
 }  // namespace
-
-void addOutputOption(CLI::App& command, std::string& path) {
-  command.add_option("--output", path, "Write to FILE, replaced as a whole, never to an input")
-      ->type_name("FILE")
-      ->check(kNotEmpty);
-}
 
 void writeOutput(std::string_view text, const std::string& path,
                  const std::vector<std::string>& inputs) {

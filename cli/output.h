@@ -3,15 +3,11 @@
 #ifndef ORVANE_CLI_OUTPUT_H_
 #define ORVANE_CLI_OUTPUT_H_
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace orvane::cli {
-
-// Gives a command its --output FILE.
-void addOutputOption(CLI::App& command, std::string& path);
 
 // Writes `text` to standard output, or, when `path` is not empty, to that file: beside it first,
 // then in its place, so that it is either the old one or the new one whole. Throws Failure when

@@ -1,6 +1,6 @@
 #include "cli/port_argument.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/findings.h"
 #include "cli/output.h"
 #include "cli/text.h"

@@ -1,14 +1,10 @@
 #include "cli/section_file.h"
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/output.h"
 #include "cli/section_reader.h"
 
 namespace orvane::cli {
-
-void addSectionText(CLI::App& command, const std::string& name, std::string& path) {
-  command.add_option(name, path, "Section text, or -")->type_name("")->required()->check(kNotEmpty);
-}
 
 Input readClosedGroups(const std::string& path, Findings (*findingsOf)(std::string_view)) {
   Input input = readInput(path);

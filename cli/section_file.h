@@ -3,7 +3,6 @@
 #ifndef ORVANE_CLI_SECTION_FILE_H_
 #define ORVANE_CLI_SECTION_FILE_H_
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <string_view>
 
@@ -12,9 +11,6 @@
 #include "orvane/app_mapping.h"
 
 namespace orvane::cli {
-
-// Gives a command the path of a section text as its next argument.
-void addSectionText(CLI::App& command, const std::string& name, std::string& path);
 
 // Reads a section text. What the library passes over, by `findingsOf`, is told on standard error.
 // Throws Failure when the text cannot be read, or when it is not empty and yet no group in it is

@@ -1,12 +1,12 @@
 #include <algorithm>
-#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/json.h"
 #include "cli/output.h"
+#include "cli/subcommands.h"
 #include "cli/text.h"
 #include "cli/tree_check.h"
 #include "cli/tree_file.h"
@@ -14,15 +14,6 @@
 
 namespace orvane::cli {
 namespace {
-
-struct Options {
-  std::string file;
-  std::string format = "text";
-  std::string children;
-  std::string upid;
-  std::string output;
-  bool nodesOnly = false;
-};
 
 std::string lineOf(const OrvaneUpidNode& node) {
   return std::to_string(node.upid) + " '" + writtenName(node) + "' flags " +
@@ -85,7 +76,7 @@ const OrvaneUpidNode& findNode(const OrvaneUpidTree& tree, const std::string& op
 }
 
 // Keeps of a file what --upid or --children asks for.
-void select(TreeFile& file, const Options& options) {
+void select(TreeFile& file, const TreeOptions& options) {
   OrvaneUpidTree tree;
   for (const OrvaneUpidNode& node : file.nodes) tree.add(node);
   file.header.reset();
@@ -102,7 +93,9 @@ void select(TreeFile& file, const Options& options) {
   }
 }
 
-ExitStatus show(const Options& options) {
+}  // namespace
+
+ExitStatus showTree(const TreeOptions& options) {
   if (options.file.empty()) throw Failure("FILE is required");
   TreeFile file = readTreeBuffer(options.file, options.nodesOnly);
   const bool selected = !options.upid.empty() || !options.children.empty();
@@ -124,56 +117,10 @@ ExitStatus show(const Options& options) {
   return check.findings.empty() ? kSuccess : kFound;
 }
 
-ExitStatus pack(const Options& options) {
+ExitStatus packTree(const TreeOptions& options) {
   writeOutput(bufferOf(readTreeText(options.file, options.nodesOnly)), options.output,
               {options.file});
   return kSuccess;
-}
-
-CLI::App* addPack(CLI::App& tree, Options& options) {
-  CLI::App* const parser = tree.add_subcommand("pack", "Make a tree buffer from JSON or CSV");
-  parser->add_option("FILE", options.file, "A file that ends in .json or .csv")
-      ->type_name("")
-      ->required()
-      ->check(kNotEmpty);
-  parser->add_flag("--nodes", options.nodesOnly, "Make a node buffer, without header");
-  parser->add_option("--output", options.output, "The buffer, replaced as a whole")
-      ->type_name("FILE")
-      ->required()
-      ->check(kNotEmpty);
-  parser->footer(
-      "The forms are those that orvane tree --format writes. firstChild, sibling and\n"
-      "numOfChildren may be left out: they follow from parentUpid and the order. So does the\n"
-      "header, from the nodes named TCP and UDP.\n"
-      "Example: orvane tree pack protocols.csv --output protocols.tree");
-  return parser;
-}
-
-}  // namespace
-
-Command makeTree(CLI::App& orvane) {
-  const auto options = std::make_shared<Options>();
-  CLI::App* const parser = orvane.add_subcommand("tree", "Draw and check a protocol tree");
-  const CLI::App* const packer = addPack(*parser, *options);
-  parser->add_option("FILE", options->file, "Tree buffer or node buffer, or -")
-      ->type_name("")
-      ->check(kNotEmpty);
-  parser->add_flag("--nodes", options->nodesOnly, "FILE is a node buffer, without header");
-  parser->add_option("--format", options->format, "text (if not given), json, csv or dot")
-      ->type_name("FORM")
-      ->check(CLI::IsMember({"text", "json", "csv", "dot"}));
-  CLI::Option* const upid =
-      parser->add_option("--upid", options->upid, "Only this node")->type_name("UPID");
-  parser->add_option("--children", options->children, "Only the children of this node")
-      ->type_name("UPID")
-      ->excludes(upid);
-  addOutputOption(*parser, options->output);
-  parser->footer(
-      "Roots are the nodes whose parent is 0 or themselves. Nodes that no root reaches, links\n"
-      "that lead nowhere or back, and wrong counts of children are findings.\n"
-      "Exit status: 0 no finding, 1 any finding, 2 unusable.\n"
-      "Example: orvane tree --format dot protocols.tree | dot -Tsvg > protocols.svg");
-  return {parser, [options, packer] { return packer->parsed() ? pack(*options) : show(*options); }};
 }
 
 }  // namespace orvane::cli

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <span>
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/input.h"
 #include "cli/output.h"
 #include "orvane/upid_array.h"

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <unordered_map>
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/input.h"
 #include "cli/json.h"
 #include "cli/text.h"

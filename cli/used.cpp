@@ -1,19 +1,14 @@
 #include <algorithm>
-#include <memory>
 #include <string>
 
-#include "cli/command.h"
+#include "cli/failure.h"
 #include "cli/in_use.h"
 #include "cli/output.h"
+#include "cli/subcommands.h"
 #include "orvane/port_counter.h"
 
 namespace orvane::cli {
 namespace {
-
-struct Options {
-  InUseOptions inUse;
-  std::string output;
-};
 
 // Sockets have one port each, so the ranges of a use become their ports.
 std::string singlePorts(const OrvanePortMapping& mapping) {
@@ -27,7 +22,9 @@ std::string singlePorts(const OrvanePortMapping& mapping) {
   return OrvanePortMapping::PortArrayToString(ports);
 }
 
-ExitStatus showUsed(const Options& options) {
+}  // namespace
+
+ExitStatus showUsed(const UsedOptions& options) {
   if (!options.inUse.any()) {
     throw Failure("give --ports, --socket or --live to tell what is in use");
   }
@@ -41,20 +38,6 @@ ExitStatus showUsed(const Options& options) {
   }
   writeOutput(counter.toString() + "\n", options.output, {});
   return kSuccess;
-}
-
-}  // namespace
-
-Command makeUsed(CLI::App& orvane) {
-  const auto options = std::make_shared<Options>();
-  CLI::App* const parser = orvane.add_subcommand("used", "Write what is in use as one line");
-  addInUseOptions(*parser, options->inUse);
-  addOutputOption(*parser, options->output);
-  parser->footer(
-      "The line holds the sockets, each followed by a blank, then the ports and the ranges in use\n"
-      "on every address.\n"
-      "Example: orvane used --live --ports 8000-8100");
-  return {parser, [options] { return showUsed(*options); }};
 }
 
 }  // namespace orvane::cli
