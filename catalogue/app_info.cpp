@@ -7,20 +7,15 @@
 
 namespace {
 
-// Static arrays, since callers are handed them as mutable texts.
-char versionKey[] = "Version";
-char portTypeKey[] = "PortType";
-char upidKey[] = "UPID";
-char portRangeKey[] = "PortRange";
-char reserved1Key[] = "Reserved1";
-char reserved2Key[] = "Reserved2";
-char reserved3Key[] = "Reserved3";
-char fqnKey[] = "FQN";
+// Arrays, since callers are handed them as mutable texts.
+char entryKeys[8][10] = {"Version",   "PortType",  "UPID",      "PortRange",
+                         "Reserved1", "Reserved2", "Reserved3", "FQN"};
 
 }  // namespace
 
-char* OrvaneAppInfo::appinfo_key_names[8] = {versionKey,   portTypeKey,  upidKey,      portRangeKey,
-                                             reserved1Key, reserved2Key, reserved3Key, fqnKey};
+char* OrvaneAppInfo::appinfo_key_names[8] = {entryKeys[0], entryKeys[1], entryKeys[2],
+                                             entryKeys[3], entryKeys[4], entryKeys[5],
+                                             entryKeys[6], entryKeys[7]};
 
 unsigned char** OrvaneAppInfo::getKeyNames() {
   return reinterpret_cast<unsigned char**>(appinfo_key_names);

@@ -10,7 +10,7 @@ using ApplicationByUpid = orvane::FirstByUpid<OrvaneApplication>;
 
 // Writes entries into an operation's own string.
 template <typename Append>
-char* write(std::string& text, bool terminate, Append append) {
+char* writeEntries(std::string& text, bool terminate, Append append) {
   text.clear();
   orvane::AppInfoWriter writer(text, terminate);
   append(writer);
@@ -43,14 +43,14 @@ void OrvaneAppInfoArray::setSection(const char* text) {
 
 char* OrvaneAppInfoArray::getSection(bool terminate) const {
   static std::string text;
-  return write(text, terminate, [this](orvane::AppInfoWriter& writer) {
+  return writeEntries(text, terminate, [this](orvane::AppInfoWriter& writer) {
     for (const OrvaneAppInfo& entry : entries) writer.append(entry);
   });
 }
 
 char* OrvaneAppInfoArray::getSection(const std::vector<unsigned int>& upids, bool terminate) const {
   static std::string text;
-  return write(text, terminate, [&](orvane::AppInfoWriter& writer) {
+  return writeEntries(text, terminate, [&](orvane::AppInfoWriter& writer) {
     const EntryByUpid known(upids, entries);
     for (const unsigned int upid : upids) {
       if (const OrvaneAppInfo* entry = known[upid]) writer.append(*entry);
@@ -76,7 +76,7 @@ char* OrvaneAppInfoArray::getMergedAppMappingSection(const OrvaneAppMapping& map
                                                      const std::vector<unsigned int>& upids,
                                                      bool terminate) const {
   static std::string text;
-  return write(text, terminate, [&](orvane::AppInfoWriter& writer) {
+  return writeEntries(text, terminate, [&](orvane::AppInfoWriter& writer) {
     const EntryByUpid known(upids, entries);
     const ApplicationByUpid applications(upids, mapping);
     for (const unsigned int upid : upids) {

@@ -12,7 +12,7 @@
 namespace orvane::cli {
 namespace {
 
-constexpr std::size_t kNameRoom = 127;
+constexpr std::size_t kEntryNameRoom = 127;
 
 // The elements of an entry's port list, to see which ones the entry has already.
 class EntryPorts {
@@ -54,27 +54,28 @@ class EntryPorts {
   std::set<OrvanePort> ports_;
 };
 
-void checkPorts(std::string_view /*key*/, std::string_view text, std::size_t line,
-                Findings& findings) {
+void checkEntryPorts(std::string_view /*key*/, std::string_view text, std::size_t line,
+                     Findings& findings) {
   EntryPorts ports(line, findings);
   for (const std::string_view token : split(text, ',')) {
     if (!token.empty()) ports.add(token);
   }
 }
 
-void checkName(std::string_view key, std::string_view text, std::size_t line, Findings& findings) {
-  checkNameRoom(key, text, kNameRoom, line, findings);
+void checkEntryName(std::string_view key, std::string_view text, std::size_t line,
+                    Findings& findings) {
+  checkNameRoom(key, text, kEntryNameRoom, line, findings);
 }
 
-constexpr std::array<KnownKey, 8> kKnownKeys = {{
+constexpr std::array<KnownKey, 8> kEntryKeys = {{
     {"Version", checkUnsigned},
     {"PortType", checkSigned},
     {"UPID", checkUnsigned},
-    {"PortRange", checkPorts},
+    {"PortRange", checkEntryPorts},
     {"Reserved1", checkUnsigned},
     {"Reserved2", checkUnsigned},
     {"Reserved3", checkUnsigned},
-    {"FQN", checkName},
+    {"FQN", checkEntryName},
 }};
 
 // Keys that only one of the two kinds of text has.
@@ -108,7 +109,7 @@ bool isCatalogue(std::string_view sectionText) {
 Findings catalogueFindingsOf(std::string_view sectionText) {
   std::map<unsigned int, std::size_t> firstLine;  // of each UPID
   return checkGroups(
-      sectionText, kKnownKeys, "an entry without UPID and ports",
+      sectionText, kEntryKeys, "an entry without UPID and ports",
       [&](const SectionGroup& /*group*/, const TakenPairs& pairs, Findings& findings) {
         const SectionPair* const upid = pairs.find("UPID");
         if (upid == nullptr) return;

@@ -22,7 +22,7 @@ void checkName(std::string_view key, std::string_view text, std::size_t line, Fi
   checkNameRoom(key, text, kNameRoom, line, findings);
 }
 
-constexpr std::array<KnownKey, 9> kKnownKeys = {{
+constexpr std::array<KnownKey, 9> kApplicationKeys = {{
     {"PortRange", checkPorts},
     {"IPv4", checkAddress},
     {"Action", checkSigned},
@@ -101,7 +101,7 @@ class HeldApplications {
 
 Findings findingsOf(std::string_view sectionText) {
   HeldApplications applications;
-  return checkGroups(sectionText, kKnownKeys, "a nameless application without ports",
+  return checkGroups(sectionText, kApplicationKeys, "a nameless application without ports",
                      [&](const SectionGroup& group, const TakenPairs& pairs, Findings& findings) {
                        applications.add(group, pairs, findings);
                      });

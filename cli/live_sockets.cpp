@@ -18,14 +18,14 @@ namespace {
 
 constexpr std::string_view kListening = "0A";
 
-struct Table {
+struct SocketTable {
   const char* file;
   const char* user;
   bool isTcp;
   bool isIpv6;
 };
 
-constexpr std::array<Table, 4> kTables = {{
+constexpr std::array<SocketTable, 4> kTables = {{
     {"tcp", "a listening tcp socket", true, false},
     {"udp", "a bound udp socket", false, false},
     {"tcp6", "a listening tcp socket", true, true},
@@ -65,7 +65,7 @@ std::optional<LocalAddress> parseLocalAddress(std::string_view text, bool isIpv6
 
 using UsesByAddress = std::map<std::pair<std::string, std::uint32_t>, Use>;
 
-void readTable(const Table& table, const std::string& path, UsesByAddress& uses) {
+void readTable(const SocketTable& table, const std::string& path, UsesByAddress& uses) {
   const Input input = readInput(path);
   std::istringstream lines(input.text);
   std::string line;
@@ -94,7 +94,7 @@ void readTable(const Table& table, const std::string& path, UsesByAddress& uses)
 
 std::vector<Use> readLiveSockets(const std::string& proc) {
   UsesByAddress found;
-  for (const Table& table : kTables) {
+  for (const SocketTable& table : kTables) {
     const std::string path = proc + "/net/" + table.file;
     if (table.isIpv6 && !std::filesystem::exists(path)) continue;
     readTable(table, path, found);

@@ -16,8 +16,9 @@ void addOneByOne(const std::string& list, OrvanePortMapping& mapping) {
       mapping.addRange(OrvanePortRange(item.c_str()));
     } else {
       OrvanePort port(item.c_str());
-      if (port.getPort() != 0)
+      if (port.getPort() != 0) {
         mapping.getPorts().insert(static_cast<unsigned short>(port.getPort()));
+      }
     }
   }
 }

@@ -19,7 +19,8 @@ OrvaneAppInfo makeEntry(unsigned int upid, const char* ports, unsigned int versi
   return entry;
 }
 
-OrvaneApplication makeApplication(unsigned int upid, const char* ports, unsigned int address = 0) {
+OrvaneApplication makeEntryApplication(unsigned int upid, const char* ports,
+                                       unsigned int address = 0) {
   OrvanePortMapping item;
   item.setPorts(ports);
   item.setIp(address);
@@ -113,7 +114,7 @@ TEST(AppInfoArray, TreatsUpidsOneByOne) {
       catalogue.begin()->setReserved1(below(3));
     }
     for (unsigned int n = below(6); n > 0; --n) {
-      mapping.addEx(makeApplication(below(6), ports[below(7)], below(4) / 3));
+      mapping.addEx(makeEntryApplication(below(6), ports[below(7)], below(4) / 3));
     }
     for (unsigned int n = below(6); n > 0; --n) upids.push_back(below(7));
 
@@ -165,7 +166,7 @@ TEST(AppInfoArray, ReplacesTheTextsThatItRuns) {
   catalogue.add(makeEntry(2, "4,5"));
   catalogue.add(makeEntry(3, ""));
   OrvaneAppMapping mapping;
-  mapping.addEx(makeApplication(2, "6-7,8"));
+  mapping.addEx(makeEntryApplication(2, "6-7,8"));
   const auto texts = [&] {
     return std::string(section, 27) + "|" + ports + "|" + range + "|" + port;
   };
