@@ -1,83 +1,190 @@
 // Operations on whole collections, per application.
 
-#include "workload.h"
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "applications_data.h"
+#include "plain.h"
 
 namespace {
 
-unsigned int sizeOf(const benchmark::State& state) {
-  return static_cast<unsigned int>(state.range(0));
-}
-
-void readMapping(benchmark::State& state) {
-  const std::string text = workload::applications(sizeOf(state)).getSection(true);
-  for (auto _ : state) {
+// The floor for scattered groups makes the applications in the order of their first groups.
+template <typename TextOf>
+void addReading(const std::string& operation, TextOf textOf) {
+  bench::add(operation, bench::kLibrary, data::kSizes, [=](std::int64_t size) {
+    return [text = textOf(size)] {
+      OrvaneAppMapping mapping;
+      mapping.setSection(text.c_str());
+      return mapping;
+    };
+  });
+  bench::add(operation, bench::kFloor, data::kSizes, [=](std::int64_t size) {
     OrvaneAppMapping mapping;
+    const std::string text = textOf(size);
     mapping.setSection(text.c_str());
-    benchmark::DoNotOptimize(mapping.size());
+    return [text, parsed = plain::applicationsOf(mapping)] {
+      benchmark::DoNotOptimize(plain::touch(text));
+      return plain::build(parsed);
+    };
+  });
+}
+
+void addWriting() {
+  bench::add(data::kWritten, bench::kLibrary, data::kSizes, [](std::int64_t size) {
+    return [mapping = workload::applications(size)] { return mapping.getSection(true); };
+  });
+  bench::add(data::kWritten, bench::kFloor, data::kSizes, [](std::int64_t size) {
+    return [mapping = workload::applications(size), text = std::string()]() mutable {
+      std::size_t length = 0;
+      for (const OrvaneApplication& application : mapping) {
+        plain::appendGroups(text, length, application, application.getAction());
+      }
+      return length;
+    };
+  });
+}
+
+// Both sides in order, walked once; what differs is written as the library writes it.
+std::size_t updatedByHand(const OrvaneAppMapping& older, const OrvaneAppMapping& newer) {
+  static std::string text;
+  std::size_t length = 0;
+  for (std::size_t i = 0; i < older.size(); ++i) {
+    if (plain::equal(older[i], newer[i])) continue;
+    plain::appendGroups(text, length, older[i], kOrvaneActionRemove);
+    plain::appendGroups(text, length, newer[i], kOrvaneActionUpdate);
   }
-  workload::count(state);
-  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
+  return length;
 }
-BENCHMARK(readMapping)->Apply(workload::sizes);
 
-void writeMapping(benchmark::State& state) {
-  const OrvaneAppMapping mapping = workload::applications(sizeOf(state));
-  for (auto _ : state) benchmark::DoNotOptimize(mapping.getSection(true));
-  workload::count(state);
+void addUpdating(const std::string& operation, std::size_t step) {
+  const auto add = [&](const std::string& way, auto update) {
+    bench::add(operation, way, data::kSizes, [=](std::int64_t size) {
+      const OrvaneAppMapping older = workload::applications(size);
+      return [=, newer = workload::changed(older, step)] { return update(older, newer); };
+    });
+  };
+  add(bench::kLibrary,
+      [](const auto& older, const auto& newer) { return older.getUpdatedSection(newer, true); });
+  add(bench::kFloor,
+      [](const auto& older, const auto& newer) { return updatedByHand(older, newer); });
 }
-BENCHMARK(writeMapping)->Apply(workload::sizes);
 
-template <int kStep>
-void updatedSection(benchmark::State& state) {
-  const OrvaneAppMapping older = workload::applications(sizeOf(state));
-  const OrvaneAppMapping newer = workload::changed(older, kStep);
-  for (auto _ : state) benchmark::DoNotOptimize(older.getUpdatedSection(newer, true));
-  workload::count(state);
-}
-BENCHMARK(updatedSection<20>)->Apply(workload::sizes);
-BENCHMARK(updatedSection<1>)->Apply(workload::sizes);
+// An operation that changes two collections, which restore() makes anew.
+template <typename Collection, typename Operation>
+class Change {
+ public:
+  Change(Collection held, Collection given, Operation operation)
+      : held_(std::move(held)), given_(std::move(given)), operation_(operation) {}
 
-void removeNew(benchmark::State& state) {
-  const OrvaneAppMapping held = workload::applications(sizeOf(state));
-  OrvaneAppMapping pending = held;
-  for (OrvaneApplication& application : pending) application.setUpid(kOrvaneNoUpid);
-  for (auto _ : state) {
-    state.PauseTiming();
-    {
-      OrvaneAppMapping target = held;
-      OrvaneAppMapping source = pending;
-      state.ResumeTiming();
-      target.removeNew(source);
-      state.PauseTiming();
+  void restore() {
+    target_ = held_;
+    source_ = given_;
+  }
+
+  std::size_t operator()() {
+    operation_(target_, source_);
+    return target_.size() + source_.size();
+  }
+
+ private:
+  Collection held_;
+  Collection given_;
+  Collection target_;
+  Collection source_;
+  Operation operation_;
+};
+
+template <typename Operation>
+void addChange(const std::string& operation, const std::string& way, bool isNew, Operation change) {
+  bench::add(operation, way, data::kSizes, [=](std::int64_t size) {
+    const OrvaneAppMapping held = workload::applications(size);
+    OrvaneAppMapping given = held;
+    if (isNew) {
+      for (OrvaneApplication& application : given) application.setUpid(kOrvaneNoUpid);
     }
-    state.ResumeTiming();
-  }
-  workload::count(state);
+    return Change(held, given, change);
+  });
 }
-BENCHMARK(removeNew)->Apply(workload::sizes);
 
-void updateNew(benchmark::State& state) {
-  const OrvaneAppMapping known = workload::applications(sizeOf(state));
-  OrvaneAppMapping pending = known;
-  for (auto _ : state) known.updateNew(pending);
-  workload::count(state);
-}
-BENCHMARK(updateNew)->Apply(workload::sizes);
-
-void sortByName(benchmark::State& state) {
-  const OrvaneAppMapping mapping = workload::applications(sizeOf(state));
-  for (auto _ : state) {
-    state.PauseTiming();
-    {
-      OrvaneAppMapping sorted = mapping;
-      state.ResumeTiming();
-      sorted.sortByName();
-      state.PauseTiming();
+void addRemoveNew() {
+  const std::string operation = "removeNew";
+  addChange(operation, bench::kLibrary, true,
+            [](auto& target, auto& source) { target.removeNew(source); });
+  // Half of what is new has one item and stays; the rest finds its partner at its own place.
+  addChange(operation, bench::kFloor, true, [](auto& target, auto& source) {
+    auto kept = source.begin();
+    for (std::size_t i = 0; i < source.size(); ++i) {
+      if (source[i].getItems().size() < 2) {
+        *kept++ = std::move(source[i]);
+      } else {
+        target[i].update(source[i]);
+      }
     }
-    state.ResumeTiming();
-  }
-  workload::count(state);
+    source.erase(kept, source.end());
+  });
+  addChange(operation, "std::unordered_map", true, [](auto& target, auto& source) {
+    std::unordered_map<int, std::size_t> byId;
+    byId.reserve(target.size());
+    for (std::size_t i = 0; i < target.size(); ++i) byId.emplace(target[i].getID(), i);
+    auto kept = source.begin();
+    for (OrvaneApplication& application : source) {
+      if (application.getItems().size() < 2) {
+        *kept++ = std::move(application);
+      } else {
+        target[byId.at(application.getID())].update(application);
+      }
+    }
+    source.erase(kept, source.end());
+  });
 }
-BENCHMARK(sortByName)->Apply(workload::sizes);
+
+void addUpdateNew() {
+  addChange("updateNew", bench::kLibrary, false,
+            [](auto& known, auto& pending) { known.updateNew(pending); });
+  addChange("updateNew", bench::kFloor, false, [](auto& known, auto& pending) {
+    std::unordered_map<std::string_view, OrvaneApplication*> byName;
+    byName.reserve(pending.size());
+    for (OrvaneApplication& application : pending) {
+      byName.try_emplace(plain::nameOf(application), &application);
+    }
+    for (const OrvaneApplication& application : known) {
+      OrvaneApplication& updated = *byName.at(plain::nameOf(application));
+      updated.setAction(kOrvaneActionUpdate);
+      updated.setUpid(application.getUpid());
+      auto& items = updated.getItems();
+      if (!items.empty()) items.erase(items.begin());
+    }
+  });
+}
+
+void addSortByName() {
+  addChange("sortByName", bench::kLibrary, false,
+            [](auto& mapping, auto& /*unused*/) { mapping.sortByName(); });
+  addChange("sortByName", bench::kFloor, false, [](auto& mapping, auto& /*unused*/) {
+    std::vector<std::pair<std::string_view, OrvaneApplication*>> order;
+    order.reserve(mapping.size());
+    for (OrvaneApplication& application : mapping) {
+      order.emplace_back(plain::nameOf(application), &application);
+    }
+    std::sort(order.begin(), order.end());
+    OrvaneAppMapping sorted;
+    sorted.reserve(mapping.size());
+    for (const auto& [name, application] : order) sorted.push_back(std::move(*application));
+    mapping.swap(sorted);
+  });
+}
 
 }  // namespace
+
+void bench::addAll() {
+  addReading(data::kReadTogether, data::together);
+  addReading(data::kReadScattered, data::scattered);
+  addWriting();
+  addUpdating("updated section, 5 % changed", 20);
+  addUpdating("updated section, all changed", 1);
+  addRemoveNew();
+  addUpdateNew();
+  addSortByName();
+}

@@ -1,125 +1,168 @@
-// Operations of the catalogue, per entry. Those on a list of UPIDs are given as many UPIDs as there
-// are entries and applications, half of them unknown. They are in the order of the entries, so that
-// the fitted growth is that of the operations and not that of memory visited at random.
+// Operations of the catalogue, per entry.
 
-#include <numeric>
-#include <string>
-#include <vector>
+#include <memory>
+#include <unordered_map>
 
-#include "workload.h"
+#include "catalogue_data.h"
+#include "plain_catalogue.h"
 
 namespace {
 
-// Two ports and a range, which is short because some operations write out all of its numbers.
-std::string portList(workload::Random& random) {
-  const unsigned int start = workload::pick(random, 1, 60000);
-  return std::to_string(workload::pick(random, 1, 65535)) + "," +
-         std::to_string(workload::pick(random, 1, 65535)) + "," + std::to_string(start) + "-" +
-         std::to_string(start + workload::pick(random, 1, 20));
-}
-
-OrvaneAppInfoArray entries(unsigned int count) {
-  workload::Random random(count);
-  OrvaneAppInfoArray catalogue;
-  for (unsigned int upid = 1; upid <= count; ++upid) {
-    OrvaneAppInfo entry;
-    entry.setUPID(upid);
-    entry.setPorts(portList(random).c_str());
-    entry.setFQN(("application " + std::to_string(upid)).c_str());
-    catalogue.add(entry);
-  }
-  return catalogue;
-}
-
+// What the operations work on, for the library and by hand.
 struct Input {
+  explicit Input(std::int64_t size)
+      : catalogue(data::catalogue(size)),
+        mapping(data::mapping(size)),
+        upids(data::upids(size)),
+        entries(plain::build(plain::entriesOf(catalogue))) {}
+
   OrvaneAppInfoArray catalogue;
   OrvaneAppMapping mapping;
   std::vector<unsigned int> upids;
+  std::vector<plain::HeldEntry> entries;
 };
 
-Input makeInput(unsigned int count) {
-  Input input = {entries(count), {}, std::vector<unsigned int>(count)};
-  workload::Random random(count);
-  OrvaneApplication application;
-  for (unsigned int upid = 1; upid <= count; ++upid) {
-    OrvanePortMapping item;
-    item.setPorts(portList(random));
-    application.setUpid(upid);
-    application.getItems() = {item};
-    input.mapping.addEx(application);
-  }
-  std::iota(input.upids.begin(), input.upids.end(), count / 2);
-  return input;
-}
-
 template <typename Operation>
-void run(benchmark::State& state, Operation operation) {
-  const Input input = makeInput(static_cast<unsigned int>(state.range(0)));
-  for (auto _ : state) benchmark::DoNotOptimize(operation(input));
-  workload::count(state);
+void add(const std::string& operation, const std::string& way, Operation operate) {
+  bench::add(operation, way, data::kSizes, [=](std::int64_t size) {
+    return [=, input = std::make_shared<const Input>(size), sheet = plain::Sheet()]() mutable {
+      sheet.clear();
+      return operate(*input, sheet);
+    };
+  });
 }
 
-void readCatalogue(benchmark::State& state) {
-  const std::string text = entries(static_cast<unsigned int>(state.range(0))).getSection(true);
-  for (auto _ : state) {
-    OrvaneAppInfoArray catalogue;
-    catalogue.setSection(text.c_str());
-    benchmark::DoNotOptimize(catalogue.size());
+void addReading() {
+  const auto textOf = [](std::int64_t size) -> std::string {
+    return data::catalogue(size).getSection(true);
+  };
+  bench::add(data::kRead, bench::kLibrary, data::kSizes, [=](std::int64_t size) {
+    return [text = textOf(size)] {
+      OrvaneAppInfoArray catalogue;
+      catalogue.setSection(text.c_str());
+      return catalogue;
+    };
+  });
+  bench::add(data::kRead, bench::kFloor, data::kSizes, [=](std::int64_t size) {
+    return [text = textOf(size), parsed = plain::entriesOf(data::catalogue(size))] {
+      benchmark::DoNotOptimize(plain::touch(text));
+      return plain::build(parsed);
+    };
+  });
+}
+
+void addWriting() {
+  add(data::kWritten, bench::kLibrary,
+      [](const Input& input, plain::Sheet&) { return input.catalogue.getSection(true); });
+  add(data::kWritten, bench::kFloor, [](const Input& input, plain::Sheet& sheet) {
+    for (const plain::HeldEntry& entry : input.entries) {
+      plain::append(sheet, entry, entry.ports, entry.reserved[0]);
+    }
+    return sheet.length();
+  });
+}
+
+// Calls take(UPID, whether there is an entry with it, the entry's place) for each UPID, walking
+// over both lists once: both are in order.
+template <typename Take>
+void forEachUpid(const Input& input, Take take) {
+  std::size_t place = 0;
+  for (const unsigned int upid : input.upids) {
+    while (place < input.entries.size() && input.entries[place].upid < upid) ++place;
+    take(upid, place < input.entries.size() && input.entries[place].upid == upid, place);
   }
-  workload::count(state);
-  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
-BENCHMARK(readCatalogue)->Apply(workload::sizes);
 
-void writeCatalogue(benchmark::State& state) {
-  run(state, [](const Input& input) { return input.catalogue.getSection(true); });
-}
-BENCHMARK(writeCatalogue)->Apply(workload::sizes);
-
-void writeByUpid(benchmark::State& state) {
-  run(state, [](const Input& input) { return input.catalogue.getSection(input.upids, true); });
-}
-BENCHMARK(writeByUpid)->Apply(workload::sizes);
-
-template <auto kOperation>
-void selectUpids(benchmark::State& state) {
-  std::vector<unsigned int> result;
-  run(state, [&](const Input& input) {
-    (input.catalogue.*kOperation)(input.upids, result);
-    return result.size();
+void addSelecting() {
+  add(data::kSelected, bench::kLibrary, [](const Input& input, plain::Sheet&) {
+    return input.catalogue.getSection(input.upids, true);
   });
-}
-BENCHMARK(selectUpids<&OrvaneAppInfoArray::getUnknownPortList>)->Apply(workload::sizes);
-BENCHMARK(selectUpids<&OrvaneAppInfoArray::getCommonPortList>)->Apply(workload::sizes);
-
-void appMappingSection(benchmark::State& state) {
-  run(state, [](const Input& input) {
-    OrvaneAppInfoArray catalogue;  // which grows
-    return catalogue.getAppMappingSection(input.mapping, input.upids, true);
+  add(data::kSelected, bench::kFloor, [](const Input& input, plain::Sheet& sheet) {
+    forEachUpid(input, [&](unsigned int, bool known, std::size_t place) {
+      if (!known) return;
+      const plain::HeldEntry& entry = input.entries[place];
+      plain::append(sheet, entry, entry.ports, entry.reserved[0]);
+    });
+    return sheet.length();
   });
-}
-BENCHMARK(appMappingSection)->Apply(workload::sizes);
 
-void mergedAppMappingSection(benchmark::State& state) {
-  run(state, [](const Input& input) {
+  add(data::kMerged, bench::kLibrary, [](const Input& input, plain::Sheet&) {
     return input.catalogue.getMergedAppMappingSection(input.mapping, input.upids, true);
   });
-}
-BENCHMARK(mergedAppMappingSection)->Apply(workload::sizes);
-
-void listPorts(benchmark::State& state) {
-  std::vector<unsigned short> ports;
-  run(state, [&](const Input& input) {
-    input.catalogue.getPortList(ports);
-    return ports.size();
+  add(data::kMerged, bench::kFloor, [](const Input& input, plain::Sheet& sheet) {
+    forEachUpid(input, [&](unsigned int, bool known, std::size_t place) {
+      if (!known) return;
+      const plain::HeldEntry& entry = input.entries[place];
+      const OrvanePortMapping& item = input.mapping[place].getItems().front();
+      std::set<OrvanePort> ports = entry.ports;
+      OrvanePort port;
+      for (const unsigned int number : item.getPorts()) {
+        port.setPort(number);
+        ports.insert(port);
+      }
+      port.setPort(0U);
+      for (const OrvanePortRange& range : item.getRanges()) {
+        port = range;
+        ports.insert(port);
+      }
+      plain::append(sheet, entry, ports, 1);
+    });
+    return sheet.length();
   });
-  state.counters["numbers"] = static_cast<double>(ports.size());
 }
-BENCHMARK(listPorts)->Apply(workload::sizes);
 
-void writePorts(benchmark::State& state) {
-  run(state, [](const Input& input) { return input.catalogue.getPorts(); });
+void addSifting() {
+  using List = std::vector<unsigned int>;
+  const auto byHand = [](const Input& input, bool wanted) {
+    List result;
+    result.reserve(input.upids.size());
+    forEachUpid(input, [&](unsigned int upid, bool known, std::size_t) {
+      if (known == wanted) result.push_back(upid);
+    });
+    return result;
+  };
+  add(data::kUnknown, bench::kLibrary, [](const Input& input, plain::Sheet&) {
+    List result;
+    input.catalogue.getUnknownPortList(input.upids, result);
+    return result;
+  });
+  add(data::kUnknown, bench::kFloor,
+      [=](const Input& input, plain::Sheet&) { return byHand(input, false); });
+  add(data::kKnown, bench::kLibrary, [](const Input& input, plain::Sheet&) {
+    List result;
+    input.catalogue.getCommonPortList(input.upids, result);
+    return result;
+  });
+  add(data::kKnown, bench::kFloor,
+      [=](const Input& input, plain::Sheet&) { return byHand(input, true); });
 }
-BENCHMARK(writePorts)->Apply(workload::sizes);
+
+void addExpanding() {
+  add(data::kExpanded, bench::kLibrary,
+      [](const Input& input, plain::Sheet&) { return input.catalogue.getPorts(); });
+  add(data::kExpanded, bench::kFloor, [](const Input& input, plain::Sheet& sheet) {
+    for (const plain::HeldEntry& entry : input.entries) {
+      plain::Pen pen = sheet.pen();
+      for (const OrvanePort& port : entry.ports) {
+        const bool isRange = port.getPort() == 0;
+        const unsigned int last = isRange ? port.getEnd() : port.getPort();
+        for (unsigned int i = isRange ? port.getStart() : port.getPort(); i <= last; ++i) {
+          pen.number(i);
+          pen.character(',');
+        }
+      }
+      sheet.end(pen);
+    }
+    return sheet.length();
+  });
+}
 
 }  // namespace
+
+void bench::addAll() {
+  addReading();
+  addWriting();
+  addSelecting();
+  addSifting();
+  addExpanding();
+}

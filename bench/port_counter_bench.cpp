@@ -1,120 +1,217 @@
-// Collision checks that find nothing, each beside the plain walk that asks for one element after
-// the other.
+// Registering ports in use, writing them, and collision checks.
 
 #include <algorithm>
+#include <bitset>
+#include <memory>
 
-#include "workload.h"
+#include "plain.h"
+#include "port_counter_data.h"
 
 namespace {
 
-constexpr unsigned int kFirstAddress = 0x0A000000;
-
+// With the protected members, which a derived class may fill as it likes.
 struct OpenCounter : OrvanePortCounter {
+  OpenCounter() = default;
+  explicit OpenCounter(const OrvanePortCounter& counter) : OrvanePortCounter(counter) {}
+  using OrvanePortCounter::ports;
   using OrvanePortCounter::ranges;
+  using OrvanePortCounter::sockets;
 };
 
-// `count` ranges of two ports that begin `step` apart, at `first`.
-std::set<OrvanePortRange> ranges(std::int64_t count, unsigned int first, unsigned int step) {
-  std::set<OrvanePortRange> set;
-  for (unsigned int start = first; count > 0; --count, start += step) set.emplace(start, start + 1);
-  return set;
+using OpenCounterPtr = std::shared_ptr<const OpenCounter>;
+
+OrvaneSock socketOf(unsigned int address, unsigned int port) {
+  OrvaneSock socket;
+  socket.address = address;
+  socket.port.setPort(port);
+  return socket;
 }
 
-std::set<unsigned short> ports(unsigned int count, unsigned int first, unsigned int step) {
-  std::set<unsigned short> set;
-  for (; count > 0; --count, first += step) set.insert(static_cast<unsigned short>(first));
-  return set;
-}
-
-void sizes(benchmark::internal::Benchmark* benchmark) {
-  benchmark->Arg(1000)->Arg(10000)->Complexity()->Unit(benchmark::kMicrosecond);
-}
-
-template <typename Check>
-void run(benchmark::State& state, Check check) {
-  for (auto _ : state) {
-    if (check()) return state.SkipWithError("nothing should collide");
+OpenCounterPtr socketsIn(const data::Ports& ports, data::Ranges ranges) {
+  const auto counter = std::make_shared<OpenCounter>();
+  for (std::size_t i = 0; i < 1000; ++i) {
+    for (const unsigned short port : ports) {
+      counter->sockets.insert(counter->sockets.end(), socketOf(data::addressOf(i), port));
+    }
   }
-  workload::count(state);
+  counter->ranges = std::move(ranges);
+  return counter;
 }
 
-// 20,000 ports, with as many ranges in use as the size says, spread between them.
-void checkPorts(benchmark::State& state, bool plain) {
-  const auto wanted = ports(20000, 1, 3);
-  OpenCounter counter;
-  counter.ranges = ranges(state.range(0), 2, static_cast<unsigned int>(60000 / state.range(0)));
-  run(state, [&] {
-    if (!plain) return counter.checkPorts(wanted) != 0;
-    return std::ranges::any_of(wanted, [&](unsigned short port) {
-      return counter.checkPort(port) ||
-             std::ranges::any_of(counter.ranges, [&](const auto& r) { return r.isInRange(port); });
+void addRegistering() {
+  bench::add(data::kRegistered, bench::kLibrary, data::kSocketSizes, [](std::int64_t size) {
+    return [texts = data::texts(size)] { return data::counter(texts); };
+  });
+  bench::add(data::kRegistered, bench::kFloor, data::kSocketSizes, [](std::int64_t size) {
+    const data::Texts texts = data::texts(size);
+    const OpenCounter used(data::counter(texts));
+    using Socket = std::pair<unsigned int, unsigned int>;
+    std::vector<Socket> sockets;
+    for (const OrvaneSock& s : used.sockets) sockets.emplace_back(s.address, s.port.getPort());
+    OrvanePortMapping list;
+    list.setPorts(used.ports);
+    list.setRanges(used.ranges);
+    return [=, parsed = plain::itemOf(list)] {
+      for (const std::string& text : texts.sockets) {
+        benchmark::DoNotOptimize(plain::touch(text));
+      }
+      benchmark::DoNotOptimize(plain::touch(texts.all));
+      std::set<OrvaneSock> held;
+      for (const auto& [address, port] : sockets) held.insert(held.end(), socketOf(address, port));
+      tagPortMapping all;
+      plain::fill(parsed, all);
+      return std::make_pair(std::move(held), std::move(all));
+    };
+  });
+}
+
+std::size_t writeByHand(const OpenCounter& used, std::string& text) {
+  const std::size_t room =
+      used.sockets.size() * 24 + used.ports.size() * 6 + used.ranges.size() * 22;
+  if (text.size() < room) text.resize(room);
+  plain::Pen pen(text.data());
+  for (const OrvaneSock& socket : used.sockets) {
+    for (const int shift : {24, 16, 8, 0}) {
+      pen.number(socket.address >> shift & 0xFF);
+      pen.character(shift != 0 ? '.' : ':');
+    }
+    pen.number(socket.port.getPort());
+    pen.text(" ,");
+  }
+  for (const unsigned short port : used.ports) {
+    pen.number(port);
+    pen.character(',');
+  }
+  for (const OrvanePortRange& range : used.ranges) {
+    pen.number(range.getStart());
+    pen.character('-');
+    pen.number(range.getEnd());
+    pen.character(',');
+  }
+  return static_cast<std::size_t>(pen.next() - text.data());
+}
+
+void addPrinting() {
+  const auto add = [](const std::string& way, auto print) {
+    bench::add(data::kPrinted, way, data::kSocketSizes, [=](std::int64_t size) {
+      const OpenCounter filled(data::counter(data::texts(size)));
+      return [=, used = std::make_shared<const OpenCounter>(filled),
+              text = std::string()]() mutable { return print(*used, text); };
     });
-  });
-}
-BENCHMARK_CAPTURE(checkPorts, whole, false)->Apply(sizes);
-BENCHMARK_CAPTURE(checkPorts, plain, true)->Apply(sizes);
-
-// As many ranges as are in use, in turns.
-void checkRanges(benchmark::State& state, bool plain) {
-  const auto wanted = ranges(state.range(0), 1, 4);
-  OpenCounter counter;
-  counter.ranges = ranges(state.range(0), 3, 4);
-  run(state, [&] {
-    if (!plain) return counter.checkRanges(wanted);
-    return std::ranges::any_of(wanted, [&](const auto& range) {
-      return std::ranges::any_of(counter.ranges, [&](const auto& r) { return r.overlap(range); });
-    });
-  });
-}
-BENCHMARK_CAPTURE(checkRanges, whole, false)->Apply(sizes);
-BENCHMARK_CAPTURE(checkRanges, plain, true)->Apply(sizes);
-
-// The same, with sockets in use.
-void checkRangesAndSockets(benchmark::State& state, bool plain) {
-  const auto wanted = ranges(state.range(0), 1, 4);
-  OrvanePortMapping used;
-  used.setPorts(ports(static_cast<unsigned int>(state.range(0) / 10), 3, 4));
-  OrvanePortCounter counter;
-  for (unsigned int address = 0; address < 10; ++address) {
-    counter.addSocket(kFirstAddress + address, used.getPortsAsString().c_str());
-  }
-  run(state, [&] {
-    if (!plain) return counter.checkRanges(wanted);
-    return std::ranges::any_of(wanted, [&](const auto& range) { return counter.overlap(range); });
-  });
-}
-BENCHMARK_CAPTURE(checkRangesAndSockets, whole, false)->Apply(sizes);
-BENCHMARK_CAPTURE(checkRangesAndSockets, plain, true)->Apply(sizes);
-
-// A mapping of 1,000 ports, and of 1,000 ranges, with as many sockets in use as the size says, on
-// 1,000 addresses.
-void checkMapping(benchmark::State& state, bool plain) {
-  OrvanePortMapping used;
-  used.setPorts(ports(static_cast<unsigned int>(state.range(0) / 1000), 4, 4));
-  OrvanePortCounter counter;
-  for (unsigned int address = 0; address < 1000; ++address) {
-    counter.addSocket(kFirstAddress + address, used.getPortsAsString().c_str());
-  }
-  OrvanePortMapping wanted;
-  wanted.setPorts(ports(1000, 1, 4));
-  wanted.setRanges(ranges(1000, 2, 4));
-  const unsigned int address = kFirstAddress + 500;
-  const auto collides = [&](const auto& port) {
-    return counter.checkSocket(address, port) || counter.sockOverlap(address, port);
   };
-  run(state, [&] {
-    if (!plain) return counter.checkSocket(address, wanted, false);
-    return std::ranges::any_of(wanted.getPorts(), collides) ||
-           std::ranges::any_of(wanted.getRanges(), collides);
+  add(bench::kLibrary,
+      [](const OpenCounter& used, std::string&) { return used.toString().size(); });
+  add(bench::kFloor, writeByHand);
+}
+
+// Whether one of two lists in order meets the other: both walked once.
+template <typename Wanted, typename FirstOf, typename LastOf>
+bool meets(const Wanted& wanted, const data::Ranges& used, FirstOf firstOf, LastOf lastOf) {
+  auto range = used.begin();
+  return std::ranges::any_of(wanted, [&](const auto& element) {
+    while (range != used.end() && range->getEnd() < firstOf(element)) ++range;
+    return range != used.end() && range->getStart() <= lastOf(element);
   });
 }
-BENCHMARK_CAPTURE(checkMapping, whole, false)
-    ->Arg(10000)
-    ->Arg(100000)
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(checkMapping, plain, true)
-    ->Arg(10000)
-    ->Arg(100000)
-    ->Unit(benchmark::kMicrosecond);
+
+bool meets(const data::Ranges& wanted, const data::Ranges& used) {
+  return meets(
+      wanted, used, [](const OrvanePortRange& r) { return r.getStart(); },
+      [](const OrvanePortRange& r) { return r.getEnd(); });
+}
+
+using Bits = std::bitset<65536>;
+
+Bits bitsOf(const data::Ranges& ranges) {
+  Bits bits;
+  for (const OrvanePortRange& range : ranges) {
+    for (unsigned int i = range.getStart(); i <= range.getEnd(); ++i) bits.set(i);
+  }
+  return bits;
+}
+
+bool meets(const std::set<OrvaneSock>& sockets, const Bits& bits) {
+  return std::ranges::any_of(
+      sockets, [&](const OrvaneSock& socket) { return bits.test(socket.port.getPort()); });
+}
+
+// One check, done against a counter in both ways.
+template <typename Data, typename MakeCounter, typename Check, typename ByHand>
+void addCheck(const std::string& operation, const bench::Sizes& sizes, MakeCounter makeCounter,
+              Check check, ByHand byHand) {
+  const auto add = [&](const std::string& way, auto run) {
+    bench::add(operation, way, sizes, [=](std::int64_t size) {
+      const Data input(size);
+      return [=, used = makeCounter(input)] { return run(*used, input); };
+    });
+  };
+  add(bench::kLibrary, check);
+  add(bench::kFloor, byHand);
+}
+
+void addChecks() {
+  const auto rangesOf = [](const auto& input) { return socketsIn({}, input.used); };
+  addCheck<data::PortCheck>(
+      data::kCheckPorts, data::kRangeSizes, rangesOf,
+      [](const OpenCounter& used, const auto& input) { return used.checkPorts(input.wanted); },
+      [](const OpenCounter& used, const auto& input) {
+        const auto self = [](unsigned short port) -> unsigned int { return port; };
+        return meets(input.wanted, used.ranges, self, self);
+      });
+  addCheck<data::RangeCheck>(
+      data::kCheckRanges, data::kRangeSizes, rangesOf,
+      [](const OpenCounter& used, const auto& input) { return used.checkRanges(input.wanted); },
+      [](const OpenCounter& used, const auto& input) { return meets(input.wanted, used.ranges); });
+  addCheck<data::MixedCheck>(
+      data::kCheckMixed, data::kRangeSizes,
+      [](const auto& input) { return socketsIn(input.socketPorts, input.used); },
+      [](const OpenCounter& used, const auto& input) { return used.checkRanges(input.wanted); },
+      [](const OpenCounter& used, const auto& input) {
+        return meets(used.sockets, bitsOf(input.wanted)) || meets(input.wanted, used.ranges);
+      });
+}
+
+void addMappingCheck() {
+  const auto wantedOf = [](const data::MappingCheck& input) {
+    OrvanePortMapping wanted;
+    wanted.setPorts(input.wantedPorts);
+    wanted.setRanges(input.wantedRanges);
+    return wanted;
+  };
+  const unsigned int address = data::addressOf(500);
+  const auto add = [&](const std::string& way, auto run) {
+    bench::add(data::kCheckMapping, way, data::kSocketSizes, [=](std::int64_t size) {
+      const data::MappingCheck input(size);
+      return [=, wanted = wantedOf(input), used = socketsIn(input.socketPorts, {})] {
+        return run(*used, wanted);
+      };
+    });
+  };
+  add(bench::kLibrary, [=](const OpenCounter& used, const OrvanePortMapping& wanted) {
+    return used.checkSocket(address, wanted, false);
+  });
+  // What is wanted and the sockets of the address, all in order: walked once.
+  add(bench::kFloor, [=](const OpenCounter& used, const OrvanePortMapping& wanted) {
+    const auto last = used.sockets.lower_bound(socketOf(address + 1, 1));
+    auto socket = used.sockets.lower_bound(socketOf(address, 1));
+    for (const unsigned short port : wanted.getPorts()) {
+      while (socket != last && socket->port.getPort() < port) ++socket;
+      if (socket != last && socket->port.getPort() == port) return true;
+    }
+    socket = used.sockets.lower_bound(socketOf(address, 1));
+    for (const OrvanePortRange& range : wanted.getRanges()) {
+      while (socket != last && socket->port.getPort() < range.getStart()) ++socket;
+      if (socket != last && socket->port.getPort() <= range.getEnd()) return true;
+    }
+    return false;
+  });
+}
 
 }  // namespace
+
+void bench::addAll() {
+  addRegistering();
+  addPrinting();
+  addChecks();
+  addMappingCheck();
+}

@@ -1,67 +1,102 @@
 // Port list texts, per item of the list.
 
-#include <algorithm>
-#include <vector>
-
-#include "workload.h"
+#include "plain.h"
+#include "ports_data.h"
 
 namespace {
 
-// Every third item a range of 20 ports, ascending and disjoint as far as 32-bit numbers go.
-std::vector<std::string> items(std::int64_t count) {
-  std::vector<std::string> list;
-  for (std::int64_t i = 0; i < count; ++i) {
-    const std::string start = std::to_string(1 + i * 50);
-    list.push_back(i % 3 != 0 && i * 50 < 65535 ? start
-                                                : start + "-" + std::to_string(20 + i * 50));
+void addReading(const data::Kind& kind) {
+  bench::add(data::kRead + kind.name, bench::kLibrary, kind.sizes, [=](std::int64_t size) {
+    return [lists = kind.make(size)] {
+      std::vector<OrvanePortMapping> mappings(lists.size());
+      for (std::size_t i = 0; i < lists.size(); ++i) mappings[i].setPorts(lists[i].c_str());
+      return mappings;
+    };
+  });
+  bench::add(data::kRead + kind.name, bench::kFloor, kind.sizes, [=](std::int64_t size) {
+    const data::Lists lists = kind.make(size);
+    std::vector<plain::Item> parsed;
+    for (const auto& mapping : data::read(lists)) parsed.push_back(plain::itemOf(mapping));
+    return [=] {
+      std::vector<OrvanePortMapping> mappings(lists.size());
+      for (std::size_t i = 0; i < lists.size(); ++i) {
+        benchmark::DoNotOptimize(plain::touch(lists[i]));
+        plain::fill(parsed[i], mappings[i]);
+      }
+      return mappings;
+    };
+  });
+}
+
+void addWriting(const data::Kind& kind) {
+  bench::add(data::kWritten + kind.name, bench::kLibrary, kind.sizes, [=](std::int64_t size) {
+    return [mappings = data::read(kind.make(size))] {
+      std::size_t length = 0;
+      for (const OrvanePortMapping& mapping : mappings) {
+        length += mapping.getPortsAsString().size();
+      }
+      return length;
+    };
+  });
+  bench::add(data::kWritten + kind.name, bench::kFloor, kind.sizes, [=](std::int64_t size) {
+    return [mappings = data::read(kind.make(size)), text = std::string()]() mutable {
+      std::size_t length = 0;
+      for (const OrvanePortMapping& mapping : mappings) {
+        if (text.size() < plain::roomFor(mapping)) text.resize(plain::roomFor(mapping));
+        plain::Pen pen(text.data());
+        plain::writeList(pen, mapping);
+        length += static_cast<std::size_t>(pen.next() - text.data());
+        benchmark::DoNotOptimize(text.data());
+      }
+      return length;
+    };
+  });
+}
+
+// Both sides in order, walked once.
+std::size_t differenceByHand(const data::Difference& lists, std::string& text) {
+  if (text.size() < plain::roomFor(lists.newer)) text.resize(plain::roomFor(lists.newer));
+  plain::Pen pen(text.data());
+  auto olderPort = lists.older.getPorts().begin();
+  for (const unsigned short port : lists.newer.getPorts()) {
+    if (olderPort != lists.older.getPorts().end() && *olderPort == port) {
+      ++olderPort;
+      continue;
+    }
+    pen.number(port);
+    pen.character(',');
   }
-  return list;
-}
-
-std::string join(const std::vector<std::string>& list) {
-  std::string text;
-  for (const std::string& item : list) text += (text.empty() ? "" : ",") + item;
-  return text;
-}
-
-void sizes(benchmark::internal::Benchmark* benchmark) {
-  benchmark->Arg(10)->Arg(1000)->Arg(30000)->Complexity()->Unit(benchmark::kMicrosecond);
-}
-
-void read(benchmark::State& state, const std::string& text) {
-  OrvanePortMapping mapping;
-  for (auto _ : state) {
-    mapping.setPorts(text.c_str());
-    benchmark::DoNotOptimize(mapping.getRanges().size());
+  auto olderRange = lists.older.getRanges().begin();
+  for (const OrvanePortRange& range : lists.newer.getRanges()) {
+    if (olderRange != lists.older.getRanges().end() && olderRange->getEnd() == range.getEnd()) {
+      ++olderRange;
+      continue;
+    }
+    pen.number(range.getStart());
+    pen.character('-');
+    pen.number(range.getEnd());
+    pen.character(',');
   }
-  workload::count(state);
+  return static_cast<std::size_t>(pen.next() - text.data());
 }
 
-void readOrdered(benchmark::State& state) { read(state, join(items(state.range(0)))); }
-BENCHMARK(readOrdered)->Apply(sizes);
-
-void readShuffled(benchmark::State& state) {
-  std::vector<std::string> list = items(state.range(0));
-  std::shuffle(list.begin(), list.end(), workload::Random(1));
-  read(state, join(list));
+void addDifference() {
+  bench::add(data::kDifference, bench::kLibrary, data::kLongSizes, [](std::int64_t size) {
+    return [lists = data::difference(size)] {
+      return lists.older.getDiffAsString(lists.newer).size();
+    };
+  });
+  bench::add(data::kDifference, bench::kFloor, data::kLongSizes, [](std::int64_t size) {
+    return [lists = data::difference(size), text = std::string()]() mutable {
+      return differenceByHand(lists, text);
+    };
+  });
 }
-BENCHMARK(readShuffled)->Apply(sizes);
-
-void write(benchmark::State& state) {
-  OrvanePortMapping mapping;
-  mapping.setPorts(join(items(state.range(0))));
-  for (auto _ : state) benchmark::DoNotOptimize(mapping.getPortsAsString());
-  workload::count(state);
-}
-BENCHMARK(write)->Apply(sizes);
-
-void sortText(benchmark::State& state) {
-  std::vector<std::string> list = items(state.range(0));
-  std::shuffle(list.begin(), list.end(), workload::Random(1));
-  const std::string text = join(list);
-  for (auto _ : state) benchmark::DoNotOptimize(OrvanePortMapping::sortPorts(text.c_str()));
-  workload::count(state);
-}
-BENCHMARK(sortText)->Apply(sizes);
 
 }  // namespace
+
+void bench::addAll() {
+  for (const data::Kind& kind : {data::kShort, data::kOrdered, data::kRandom}) addReading(kind);
+  for (const data::Kind& kind : {data::kShort, data::kOrdered}) addWriting(kind);
+  addDifference();
+}

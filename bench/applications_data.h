@@ -1,0 +1,41 @@
+// The operations on whole collections of applications that are measured, and their texts.
+
+#ifndef ORVANE_BENCH_APPLICATIONS_DATA_H_
+#define ORVANE_BENCH_APPLICATIONS_DATA_H_
+
+#include <algorithm>
+#include <numeric>
+#include <string>
+#include <vector>
+
+#include "compare.h"
+#include "workload.h"
+
+namespace data {
+
+inline const std::string kReadTogether = "mapping text read, groups together";
+inline const std::string kReadScattered = "mapping text read, groups scattered";
+inline const std::string kWritten = "mapping text written";
+
+inline const bench::Sizes kSizes = {1000, 4000, 20000, 100000};
+
+inline std::string together(std::int64_t size) {
+  return workload::applications(size).getSection(true);
+}
+
+// The same groups in random order, so that those of one application stand apart.
+inline std::string scattered(std::int64_t size) {
+  const std::string text = together(size);
+  std::vector<std::string> groups;
+  for (std::size_t begin = 0; begin < text.size();) {
+    const std::size_t end = text.find("\n;\n", begin) + 3;
+    groups.push_back(text.substr(begin, end - begin));
+    begin = end;
+  }
+  std::shuffle(groups.begin(), groups.end(), workload::Random(1));
+  return std::accumulate(groups.begin(), groups.end(), std::string());
+}
+
+}  // namespace data
+
+#endif  // ORVANE_BENCH_APPLICATIONS_DATA_H_

@@ -1,0 +1,118 @@
+// Operations on whole collections, by what others wrote.
+
+#include <fmt/format.h>
+#include <ini.h>
+#include <rapidjson/document.h>
+
+#include "applications_data.h"
+#include "plain.h"
+
+namespace {
+
+std::string jsonOf(const std::vector<plain::Application>& applications) {
+  std::string json = "[";
+  for (const plain::Application& application : applications) {
+    json += fmt::format(R"({}{{"upid":{},"id":{},"type":{},"action":{},"name":"{}","items":[)",
+                        json.size() == 1 ? "" : ",", application.upid, application.id,
+                        application.type, application.action, application.name);
+    for (const plain::Item& item : application.items) {
+      json += fmt::format(R"({}{{"address":{},"block":{},"info":{},"ports":[{}],"ranges":[)",
+                          &item == application.items.data() ? "" : ",", item.address,
+                          item.blockNumber, item.selectorInfo, fmt::join(item.ports, ","));
+      for (const plain::Range& range : item.ranges) {
+        json += fmt::format("{}[{},{}]", &range == item.ranges.data() ? "" : ",", range.start,
+                            range.end);
+      }
+      json += "]}";
+    }
+    json += "]}";
+  }
+  return json + "]";
+}
+
+// The same containers as the library's, filled from a parsed document, without any check: the facts
+// are in order and of the right types.
+std::vector<tagApplication> applicationsOf(const rapidjson::Document& document) {
+  std::vector<tagApplication> applications;
+  applications.reserve(document.Size());
+  for (const auto& fact : document.GetArray()) {
+    tagApplication& application = applications.emplace_back();
+    application.upid = fact["upid"].GetUint();
+    application.type = static_cast<tagSelectorType>(fact["type"].GetInt());
+    application.action = static_cast<tagActionType>(fact["action"].GetInt());
+    const auto& name = fact["name"];
+    std::memcpy(application.name, name.GetString(), name.GetStringLength());
+    const auto& items = fact["items"].GetArray();
+    application.items.reserve(items.Size());
+    for (const auto& itemFact : items) {
+      OrvanePortMapping& item = *application.items.insert(application.items.end(), {});
+      item.ip.address = itemFact["address"].GetUint();
+      item.uniqueBlockNumber = itemFact["block"].GetUint();
+      item.selectorInfo = static_cast<tagSelectorInfo>(itemFact["info"].GetInt());
+      for (const auto& port : itemFact["ports"].GetArray()) {
+        item.ports.insert(item.ports.end(), static_cast<unsigned short>(port.GetUint()));
+      }
+      for (const auto& range : itemFact["ranges"].GetArray()) {
+        item.ranges.emplace_hint(item.ranges.end(), range[0].GetUint(), range[1].GetUint());
+      }
+    }
+  }
+  return applications;
+}
+
+int countPair(void* count, const char* /*section*/, const char* /*name*/, const char* /*value*/) {
+  ++*static_cast<int*>(count);
+  return 1;
+}
+
+// RapidJSON is given what it needs to end with the same facts in the same containers; inih only
+// counts the pairs, which no reader can avoid.
+template <typename TextOf>
+void addReading(const std::string& operation, TextOf textOf) {
+  bench::add(operation, "RapidJSON", data::kSizes, [](std::int64_t size) {
+    return [json = jsonOf(plain::applicationsOf(workload::applications(size)))] {
+      rapidjson::Document document;
+      document.Parse(json.data(), json.size());
+      return applicationsOf(document);
+    };
+  });
+  bench::add(operation, "inih", data::kSizes, [textOf](std::int64_t size) {
+    return [text = textOf(size)] {
+      int count = 0;
+      ini_parse_string(text.c_str(), countPair, &count);
+      return count;
+    };
+  });
+}
+
+void addWriting() {
+  bench::add(data::kWritten, "fmt", data::kSizes, [](std::int64_t size) {
+    return [applications = plain::applicationsOf(workload::applications(size))] {
+      static fmt::memory_buffer text;
+      text.clear();
+      const auto out = std::back_inserter(text);
+      for (const plain::Application& application : applications) {
+        for (const plain::Item& item : application.items) {
+          fmt::format_to(out, "PortRange={}", fmt::join(item.ports, ","));
+          for (const plain::Range& range : item.ranges) {
+            fmt::format_to(out, ",{}-{}", range.start, range.end);
+          }
+          fmt::format_to(out,
+                         "\nIPv4={}\nAction={}\nSelectorType={}\nUPID={}\nApplName={}\n"
+                         "UniqueBlockNumber={}\nSelectorTypeInfo={}\nGroupID={}\n;\n",
+                         item.address, application.action, application.type, application.upid,
+                         application.name, item.blockNumber, item.selectorInfo, application.id);
+        }
+      }
+      return text.data();
+    };
+  });
+}
+
+}  // namespace
+
+void bench::addPeers() {
+  addReading(data::kReadTogether, data::together);
+  addReading(data::kReadScattered, data::scattered);
+  addWriting();
+}

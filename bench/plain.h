@@ -1,0 +1,194 @@
+// The floor: plain data that is already parsed and in order, and the same containers and texts made
+// of it by hand.
+
+#ifndef ORVANE_BENCH_PLAIN_H_
+#define ORVANE_BENCH_PLAIN_H_
+
+#include <orvane/orvane.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace plain {
+
+struct Range {
+  unsigned int start;
+  unsigned int end;
+};
+
+struct Item {
+  std::vector<unsigned short> ports;
+  std::vector<Range> ranges;
+  unsigned int address;
+  unsigned int blockNumber;
+  int selectorInfo;
+};
+
+struct Application {
+  unsigned int upid;
+  int id;
+  int type;
+  int action;
+  std::string name;
+  std::vector<Item> items;
+};
+
+inline Item itemOf(const OrvanePortMapping& item) {
+  Item copy = {{item.getPorts().begin(), item.getPorts().end()},
+               {},
+               item.getIpAddress(),
+               item.getUniqueBlockNumber(),
+               item.getSelectorInfo()};
+  for (const OrvanePortRange& range : item.getRanges()) {
+    copy.ranges.push_back({range.getStart(), range.getEnd()});
+  }
+  return copy;
+}
+
+inline std::vector<Application> applicationsOf(const OrvaneAppMapping& mapping) {
+  std::vector<Application> copies;
+  for (const OrvaneApplication& application : mapping) {
+    copies.push_back({application.getUpid(),
+                      application.getID(),
+                      application.getType(),
+                      application.getAction(),
+                      application.getName(),
+                      {}});
+    for (const OrvanePortMapping& item : application.getItems()) {
+      copies.back().items.push_back(itemOf(item));
+    }
+  }
+  return copies;
+}
+
+// Looks at every byte once.
+inline std::int64_t touch(std::string_view text) { return std::ranges::count(text, '\n'); }
+
+inline void fill(const Item& item, tagPortMapping& mapping) {
+  for (const unsigned short port : item.ports) mapping.ports.insert(mapping.ports.end(), port);
+  for (const auto& [start, end] : item.ranges) {
+    mapping.ranges.emplace_hint(mapping.ranges.end(), start, end);
+  }
+  mapping.ip.address = item.address;
+  mapping.uniqueBlockNumber = item.blockNumber;
+  mapping.selectorInfo = static_cast<tagSelectorInfo>(item.selectorInfo);
+}
+
+inline std::vector<tagApplication> build(const std::vector<Application>& applications) {
+  std::vector<tagApplication> built;
+  built.reserve(applications.size());
+  for (const Application& application : applications) {
+    tagApplication& made = built.emplace_back();
+    made.upid = application.upid;
+    made.type = static_cast<tagSelectorType>(application.type);
+    made.action = static_cast<tagActionType>(application.action);
+    std::memcpy(made.name, application.name.data(), application.name.size());
+    made.items.reserve(application.items.size());
+    for (const Item& item : application.items) {
+      fill(item, *made.items.insert(made.items.end(), {}));
+    }
+  }
+  return built;
+}
+
+inline std::string_view nameOf(const OrvaneApplication& application) {
+  return static_cast<const tagApplication&>(application).name;
+}
+
+inline bool equal(const OrvaneApplication& a, const OrvaneApplication& b) {
+  const auto sameRange = [](const OrvanePortRange& x, const OrvanePortRange& y) {
+    return x.getEnd() == y.getEnd();
+  };
+  const auto sameItem = [&](const OrvanePortMapping& x, const OrvanePortMapping& y) {
+    return x.getIpAddress() == y.getIpAddress() && x.getPorts() == y.getPorts() &&
+           std::ranges::equal(x.getRanges(), y.getRanges(), sameRange);
+  };
+  return a.getUpid() == b.getUpid() && nameOf(a) == nameOf(b) &&
+         std::ranges::equal(a.getItems(), b.getItems(), sameItem);
+}
+
+// Writes to memory that is known to suffice.
+class Pen {
+ public:
+  explicit Pen(char* next) : next_(next) {}
+
+  void text(std::string_view text) {
+    std::memcpy(next_, text.data(), text.size());
+    next_ += text.size();
+  }
+  template <typename Number>
+  void number(Number number) {
+    next_ = std::to_chars(next_, next_ + 12, number).ptr;
+  }
+  void character(char c) { *next_++ = c; }
+  char* next() const { return next_; }
+
+ private:
+  char* next_;
+};
+
+// Ports and ranges, both in order, merged.
+inline void writeList(Pen& pen, const tagPortMapping& item) {
+  auto range = item.ranges.begin();
+  char separator = 0;
+  const auto separate = [&] {
+    if (separator != 0) pen.character(separator);
+    separator = ',';
+  };
+  const auto writeRange = [&] {
+    separate();
+    pen.number(range->getStart());
+    pen.character('-');
+    pen.number(range->getEnd());
+    ++range;
+  };
+  for (const unsigned short port : item.ports) {
+    while (range != item.ranges.end() && range->getStart() < port) writeRange();
+    separate();
+    pen.number(port);
+  }
+  while (range != item.ranges.end()) writeRange();
+}
+
+inline std::size_t roomFor(const tagPortMapping& item) {
+  return 300 + item.ports.size() * 6 + item.ranges.size() * 22;
+}
+
+// The groups of an application. `text` keeps its size as room from one use to the next; `length` is
+// what is written of it.
+inline void appendGroups(std::string& text, std::size_t& length,
+                         const OrvaneApplication& application, int action) {
+  for (const OrvanePortMapping& item : application.getItems()) {
+    if (text.size() < length + roomFor(item)) text.resize(2 * text.size() + roomFor(item));
+    Pen pen(text.data() + length);
+    pen.text("PortRange=");
+    writeList(pen, item);
+    pen.text("\nIPv4=");
+    if (item.getIpAddress() != 0) pen.number(item.getIpAddress());
+    pen.text("\nAction=");
+    pen.number(action);
+    pen.text("\nSelectorType=");
+    pen.number(static_cast<int>(application.getType()));
+    pen.text("\nUPID=");
+    pen.number(application.getUpid());
+    pen.text("\nApplName=");
+    pen.text(nameOf(application));
+    pen.text("\nUniqueBlockNumber=");
+    pen.number(item.getUniqueBlockNumber());
+    pen.text("\nSelectorTypeInfo=");
+    pen.number(static_cast<int>(item.getSelectorInfo()));
+    pen.text("\nGroupID=");
+    pen.number(application.getID());
+    pen.text("\n;\n");
+    length = static_cast<std::size_t>(pen.next() - text.data());
+  }
+}
+
+}  // namespace plain
+
+#endif  // ORVANE_BENCH_PLAIN_H_

@@ -1,0 +1,118 @@
+// Ports in use, and what is checked against them. Nothing collides, so that every check goes
+// through all there is.
+
+#ifndef ORVANE_BENCH_PORT_COUNTER_DATA_H_
+#define ORVANE_BENCH_PORT_COUNTER_DATA_H_
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "compare.h"
+#include "workload.h"
+
+namespace data {
+
+inline const std::string kRegistered = "counter: sockets registered";
+inline const std::string kPrinted = "counter: printed";
+inline const std::string kCheckPorts = "checkPorts: 20,000 against ranges";
+inline const std::string kCheckRanges = "checkRanges: against as many ranges";
+inline const std::string kCheckMixed = "checkRanges: against ten times the sockets";
+inline const std::string kCheckMapping = "checkSocket: a mapping against sockets";
+
+inline const bench::Sizes kSocketSizes = {1000, 10000, 30000, 100000};
+inline const bench::Sizes kRangeSizes = {1000, 2500, 5000, 10000};
+
+inline constexpr unsigned int kFirstAddress = 0x0A000000;
+
+using Ports = std::set<unsigned short>;
+using Ranges = std::set<OrvanePortRange>;
+
+inline Ports ports(std::int64_t count, unsigned int first, unsigned int step) {
+  Ports set;
+  for (; count > 0; --count, first += step) set.insert(static_cast<unsigned short>(first));
+  return set;
+}
+
+// Ranges of two ports that begin `step` apart, at `first`.
+inline Ranges ranges(std::int64_t count, unsigned int first, unsigned int step) {
+  Ranges set;
+  for (; count > 0; --count, first += step) set.emplace(first, first + 1);
+  return set;
+}
+
+// What is in use, as texts: on each address a list of ports; on all of them one list.
+struct Texts {
+  std::vector<std::string> sockets;
+  std::string all;
+};
+
+// `size` sockets, a hundred on each address, and a tenth as many ports and ranges.
+inline Texts texts(std::int64_t size) {
+  Texts result;
+  OrvanePortMapping list;
+  for (std::int64_t made = 0; made < size; made += 100) {
+    list.setPorts(ports(100, static_cast<unsigned int>(1 + made % 6000), 7));
+    result.sockets.push_back(list.getPortsAsString());
+  }
+  list.setPorts(ports(size / 20, 1, 7));
+  list.setRanges(ranges(size / 20, 3, 7));
+  result.all = list.getPortsAsString();
+  return result;
+}
+
+inline unsigned int addressOf(std::size_t index) {
+  return kFirstAddress + static_cast<unsigned int>(index);
+}
+
+inline OrvanePortCounter counter(const Texts& texts) {
+  OrvanePortCounter used;
+  for (std::size_t i = 0; i < texts.sockets.size(); ++i) {
+    used.addSocket(addressOf(i), texts.sockets[i].c_str());
+  }
+  used.add(texts.all.c_str());
+  return used;
+}
+
+// 20,000 ports and, spread between them, as many ranges as the size says.
+struct PortCheck {
+  explicit PortCheck(std::int64_t size)
+      : wanted(ports(20000, 1, 3)),
+        used(ranges(size, 2, 3 * static_cast<unsigned int>(20000 / size))) {}
+
+  Ports wanted;
+  Ranges used;
+};
+
+// As many ranges on both sides, in turns.
+struct RangeCheck {
+  explicit RangeCheck(std::int64_t size) : wanted(ranges(size, 1, 6)), used(ranges(size, 3, 6)) {}
+
+  Ranges wanted;
+  Ranges used;
+};
+
+// The same, with sockets as well, each between the ranges: ten times as many as ranges, on a
+// thousand addresses.
+struct MixedCheck : RangeCheck {
+  explicit MixedCheck(std::int64_t size)
+      : RangeCheck(size), socketPorts(ports(size / 100, 5, 6)) {}
+
+  Ports socketPorts;
+};
+
+// 1,000 ports and 1,000 ranges on one address, with the sockets spread over a thousand.
+struct MappingCheck {
+  explicit MappingCheck(std::int64_t size)
+      : wantedPorts(ports(1000, 1, 4)),
+        wantedRanges(ranges(1000, 2, 4)),
+        socketPorts(ports(size / 1000, 4, 4)) {}
+
+  Ports wantedPorts;
+  Ranges wantedRanges;
+  Ports socketPorts;
+};
+
+}  // namespace data
+
+#endif  // ORVANE_BENCH_PORT_COUNTER_DATA_H_
