@@ -67,7 +67,9 @@ void OrvaneAppMapping::add(const unsigned char* record) {
 }
 
 bool OrvaneAppMapping::addChecked(std::span<const unsigned char> record) {
-  const auto fields = orvane::ApplicationRecord::split(record);
+  const orvane::HeldText bytes({reinterpret_cast<const char*>(record.data()), record.size()},
+                               *this);
+  const auto fields = orvane::ApplicationRecord::split(bytes.view());
   if (!fields) return false;
   if (fields->isIgnored()) return true;
   OrvaneApplication* const held = find(orvane::readNumber((*fields)[orvane::kUpid]));
@@ -76,7 +78,10 @@ bool OrvaneAppMapping::addChecked(std::span<const unsigned char> record) {
   } else {
     orvane::readOwnFields(*fields, emplace_back());
   }
-  orvane::mergeItem(orvane::readItem(*fields), back().items);
+  orvane::LateItems late;
+  orvane::readItem(
+      *fields, back().items, [&]() -> auto& { return late; });
+  orvane::addLate(std::move(late), back().items);
   return true;
 }
 
@@ -131,14 +136,15 @@ void OrvaneAppMapping::updateNew(OrvaneAppMapping& other) const {
 }
 
 void OrvaneAppMapping::sortByName() {
-  std::vector<OrvaneApplication*> order;
+  std::vector<std::pair<std::string_view, OrvaneApplication*>> order;
   order.reserve(size());
-  for (OrvaneApplication& application : *this) order.push_back(&application);
-  std::ranges::sort(order, {},
-                    [](const auto* application) { return orvane::nameOf(*application); });
+  for (OrvaneApplication& application : *this) {
+    order.emplace_back(orvane::nameOf(application), &application);
+  }
+  std::ranges::sort(order);
   std::vector<OrvaneApplication> sorted;
   sorted.reserve(size());
-  for (OrvaneApplication* application : order) sorted.push_back(std::move(*application));
+  for (const auto& [name, application] : order) sorted.push_back(std::move(*application));
   swap(sorted);
 }
 

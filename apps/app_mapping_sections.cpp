@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <cstring>
-#include <unordered_map>
+#include <map>
 #include <utility>
 
 #include "apps/application_fields.h"
@@ -8,6 +8,8 @@
 #include "apps/group_writer.h"
 #include "apps/ordering.h"
 #include "orvane/app_mapping.h"
+#include "ports/first_by_key.h"
+#include "ports/growth.h"
 #include "ports/item_order.h"
 
 namespace {
@@ -17,21 +19,20 @@ namespace {
 class LastRun {
  public:
   template <typename Append>
-  void run(std::string& out, Append append) {
-    const std::size_t begin = out.size();
+  void run(const orvane::GroupWriter& writer, Append append) {
+    begin_ = writer.size();
     append();
-    begin_ = begin;
-    length_ = out.size() - begin;
+    end_ = writer.size();
     ran_ = true;
   }
 
-  void publish(const std::string& out, std::string& result) const {
-    if (ran_) result.assign(out, begin_, length_);
+  void publish(const orvane::GroupWriter& writer, std::string& result) const {
+    if (ran_) result.assign(writer.view(begin_, end_));
   }
 
  private:
   std::size_t begin_ = 0;
-  std::size_t length_ = 0;
+  std::size_t end_ = 0;
   bool ran_ = false;
 };
 
@@ -39,13 +40,12 @@ class LastRun {
 template <typename Append>
 char* writeAll(const OrvaneAppMapping& mapping, bool closeGroups, std::string& text,
                std::string& applicationText, Append append) {
-  text.clear();
   orvane::GroupWriter writer(text, closeGroups);
   LastRun last;
   for (const OrvaneApplication& application : mapping) {
-    last.run(text, [&] { append(writer, application); });
+    last.run(writer, [&] { append(writer, application); });
   }
-  last.publish(text, applicationText);
+  last.publish(writer, applicationText);
   writer.publish();
   return text.data();
 }
@@ -68,13 +68,16 @@ struct ApplicationKey {
   bool isNew() const { return upid == kOrvaneNoUpid; }
 };
 
-// The key of the application that a group describes; one that names none gets a fresh identifier.
-ApplicationKey keyOf(const orvane::ApplicationGroup& group) {
+// The key of the application that a group describes; one that names none gets an identifier that no
+// other application has.
+ApplicationKey keyOf(const orvane::ApplicationGroup& group, orvane::ApplicationIndex& index) {
   const unsigned int upid =
       group.holds(orvane::kUpid) ? orvane::readNumber(group[orvane::kUpid]) : kOrvaneNoUpid;
   if (upid != kOrvaneNoUpid) return {upid, 0};
   if (group.holds(orvane::kGroupId)) return {upid, orvane::readSigned(group[orvane::kGroupId])};
-  return {upid, orvane::freshIdentifier()};
+  auto id = static_cast<unsigned int>(orvane::freshIdentifier());
+  while (index.findId(static_cast<int>(id)) != nullptr) ++id;
+  return {upid, static_cast<int>(id)};
 }
 
 }  // namespace
@@ -119,30 +122,28 @@ char* OrvaneAppMapping::getUpdatedSection(const OrvaneAppMapping& newer, bool cl
       orvane::differences(data(), data() + size(), newer.data(), newer.data() + newer.size(),
                           orvane::compareApplications);
   std::vector<Newer> newerList;
-  std::unordered_map<unsigned int, Newer*> firstByUpid;
+  orvane::FirstByKey<Newer*> firstByUpid;
   newerList.reserve(changed.newer.size());
   firstByUpid.reserve(changed.newer.size());
   for (const OrvaneApplication* application : changed.newer) {
     newerList.push_back({application, false});
-    firstByUpid.try_emplace(application->upid, &newerList.back());
+    firstByUpid.tryEmplace(application->upid, &newerList.back());
   }
 
-  text.clear();
   orvane::GroupWriter writer(text, closeGroups);
   LastRun section;
   LastRun deleteSection;
   const auto append = [&](const OrvaneApplication& application, tagActionType action) {
-    section.run(text, [&] { orvane::appendSection(writer, application, action); });
+    section.run(writer, [&] { orvane::appendSection(writer, application, action); });
   };
   for (const OrvaneApplication* application : changed.older) {
     if (application->action == kOrvaneActionNone) continue;
-    const auto partner = firstByUpid.find(application->upid);
-    if (partner != firstByUpid.end()) {
+    if (Newer* const* const partner = firstByUpid.find(application->upid)) {
       append(*application, kOrvaneActionRemove);
-      append(*partner->second->application, kOrvaneActionUpdate);
-      partner->second->paired = true;
+      append(*(*partner)->application, kOrvaneActionUpdate);
+      (*partner)->paired = true;
     } else {
-      deleteSection.run(text, [&] { orvane::appendDeleteSection(writer, *application); });
+      deleteSection.run(writer, [&] { orvane::appendDeleteSection(writer, *application); });
     }
   }
   for (const auto& [application, paired] : newerList) {
@@ -150,26 +151,34 @@ char* OrvaneAppMapping::getUpdatedSection(const OrvaneAppMapping& newer, bool cl
     append(*application,
            application->appCategory == kOrvaneCategory1 ? kOrvaneActionUpdate : kOrvaneActionAdd);
   }
-  section.publish(text, orvane::sectionText());
-  deleteSection.publish(text, orvane::deleteSectionText());
+  section.publish(writer, orvane::sectionText());
+  deleteSection.publish(writer, orvane::deleteSectionText());
   writer.publish();
   return text.data();
 }
 
 void OrvaneAppMapping::setSection(const char* text) {
+  const orvane::HeldText held(orvane::viewOf(text), *this);
   clear();
-  orvane::SectionLines lines(orvane::viewOf(text));
+  orvane::SectionLines lines(held.view());
+  const orvane::TextGrowth growth(0, lines.left());
   orvane::ApplicationGroup group(orvane::kApplicationKeys);
   orvane::ApplicationIndex index(*this);
+  std::map<std::size_t, orvane::LateItems> lateItems;  // by the place of their application
   while (group.read(lines)) {
-    const ApplicationKey key = keyOf(group);
-    OrvaneApplication* const held = key.isNew() ? index.findId(key.id) : index.find(key.upid);
-    if (held != nullptr) {
-      orvane::mergeItem(orvane::readItem(group), held->items);
+    const ApplicationKey key = keyOf(group, index);
+    OrvaneApplication* const known = key.isNew() ? index.findId(key.id) : index.find(key.upid);
+    const auto late = [&]() -> auto& {
+      return lateItems[static_cast<std::size_t>(known - data())];
+    };
+    if (known != nullptr) {
+      orvane::readItem(group, known->items, late);
     } else {
+      growth.makeRoom(*this, lines.left());
       OrvaneApplication& added = emplace_back();
       if (key.isNew()) added.setID(key.id);
-      orvane::readApplication(group, added);
+      orvane::readApplication(group, added, late);
     }
   }
+  for (auto& [place, late] : lateItems) orvane::addLate(std::move(late), (*this)[place].items);
 }

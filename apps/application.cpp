@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
+#include <utility>
 
 #include "apps/application_fields.h"
+#include "apps/item_list.h"
 
 namespace {
 
@@ -54,12 +56,17 @@ void OrvaneApplication::setValues(const unsigned char* record) {
 
 bool OrvaneApplication::setValuesChecked(std::span<const unsigned char> record) {
   const auto fields = orvane::ApplicationRecord::split(record);
-  if (fields && !fields->isIgnored()) orvane::readApplication(*fields, *this);
-  return fields.has_value();
+  if (!fields) return false;
+  if (fields->isIgnored()) return true;
+  orvane::LateItems late;
+  orvane::readApplication(
+      *fields, *this, [&]() -> auto& { return late; });
+  orvane::addLate(std::move(late), items);
+  return true;
 }
 
 OrvanePortMapping* OrvaneApplication::addItem(const OrvanePortMapping& item) {
-  return orvane::mergeItem(item, items);
+  return orvane::addItem(item, items);
 }
 
 void OrvaneApplication::deleteItem(const OrvanePortMapping& item) {
@@ -81,7 +88,7 @@ const OrvanePortMapping* OrvaneApplication::findItemId(int itemId) const {
 }
 
 void OrvaneApplication::update(const OrvaneApplication& other) {
-  for (const OrvanePortMapping& item : other.items) addItem(item);
+  orvane::addItems(other.items, items);
 }
 
 int OrvaneApplication::getSocketCount() const {

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "apps/item_list.h"
 #include "orvane/application.h"
 #include "ports/item_fields.h"
 #include "ports/port_list.h"
@@ -42,10 +43,8 @@ inline constexpr std::array<std::string_view, kGroupId + 1> kApplicationKeys = {
 // The identifier of a new application.
 inline int freshIdentifier() { return static_cast<int>(OrvaneApplication::getUniqueID() + 2000); }
 
-// The name up to its NUL; a caller may have filled the whole field.
 inline std::string_view nameOf(const tagApplication& application) {
-  const char* const end = std::find(std::begin(application.name), std::end(application.name), '\0');
-  return {application.name, static_cast<std::size_t>(end - application.name)};
+  return fieldText(application.name);
 }
 
 // Takes as much of `text` as the field holds and clears the rest of it.
@@ -63,31 +62,36 @@ inline tagActionType readAction(std::string_view text) {
   return static_cast<tagActionType>(readSigned(text));
 }
 
-// Adds the ports and ranges of `item` to the item with its address, or inserts `item` itself: a
-// copy of it, or the object when it is given up. Returns the item held.
-template <typename Item>
-OrvanePortMapping* mergeItem(Item&& item, OrvaneItems& items) {
-  const auto place = items.lower_bound(item);
-  if (place == items.end() || !(*place == item)) {
-    return items.insert(place, std::forward<Item>(item));
-  }
-  place->addPorts(item.ports);
-  place->addRanges(item.ranges);
-  return place;
-}
-
 // `Fields` below is a record, which holds every text, or a group, which may lack some: those leave
 // their field as it was.
 
-// A default item with the fields of the item.
+// What of an item is not its address.
 template <typename Fields>
-OrvanePortMapping readItem(const Fields& fields) {
-  OrvanePortMapping item;
+void readItemContent(const Fields& fields, OrvanePortMapping& item) {
   if (fields.holds(kPortRange)) readPortList(fields[kPortRange], item);
-  if (fields.holds(kIPv4)) readIp(fields[kIPv4], item);
   if (fields.holds(kUniqueBlockNumber)) readBlockNumber(fields[kUniqueBlockNumber], item);
   if (fields.holds(kSelectorTypeInfo)) readSelectorInfo(fields[kSelectorTypeInfo], item);
-  return item;
+}
+
+// Reads a default item with these fields and adds it to a list as OrvaneApplication::addItem()
+// does; a new one is read at its place. An item that would shift many others goes to late()
+// instead, a vector that addLate() adds once all are read: no later item with its address precedes
+// it.
+template <typename Fields, typename Late>
+void readItem(const Fields& fields, OrvaneItems& items, Late late) {
+  constexpr std::ptrdiff_t kFewToShift = 64;
+  OrvanePortMapping item;
+  if (fields.holds(kIPv4)) readIp(fields[kIPv4], item);
+  const auto place = items.lower_bound(item);
+  if (place != items.end() && *place == item) {
+    readItemContent(fields, item);
+    mergeItem(item, *place);
+  } else if (items.end() - place <= kFewToShift) {
+    readItemContent(fields, *items.insert(place, std::move(item)));
+  } else {
+    readItemContent(fields, item);
+    late().push_back(std::move(item));
+  }
 }
 
 // The application's own fields but the category.
@@ -101,15 +105,15 @@ void readOwnFields(const Fields& fields, OrvaneApplication& application) {
 }
 
 // All of it: the application's fields, the category that the item gives it, and the item.
-template <typename Fields>
-void readApplication(const Fields& fields, OrvaneApplication& application) {
+template <typename Fields, typename Late>
+void readApplication(const Fields& fields, OrvaneApplication& application, Late late) {
   readOwnFields(fields, application);
-  OrvanePortMapping item = readItem(fields);
   if (fields.holds(kSelectorTypeInfo)) {
-    application.appCategory =
-        item.selectorInfo >= kOrvaneSelectorInfoCategory1 ? kOrvaneCategory1 : kOrvaneCategory0;
+    application.appCategory = readSigned(fields[kSelectorTypeInfo]) >= kOrvaneSelectorInfoCategory1
+                                  ? kOrvaneCategory1
+                                  : kOrvaneCategory0;
   }
-  mergeItem(std::move(item), application.items);
+  readItem(fields, application.items, late);
 }
 
 }  // namespace orvane

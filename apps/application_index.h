@@ -4,9 +4,9 @@
 #define ORVANE_APPS_APPLICATION_INDEX_H_
 
 #include <cstddef>
-#include <unordered_map>
 
 #include "orvane/app_mapping.h"
+#include "ports/first_by_key.h"
 
 namespace orvane {
 
@@ -21,18 +21,20 @@ class ApplicationIndex {
   OrvaneApplication* findId(int id);
 
  private:
-  template <typename Key>
-  struct FirstByKey {
-    std::unordered_map<Key, std::size_t> positions;
+  struct Positions {
+    FirstByKey<std::size_t> first;
     std::size_t indexed = 0;  // how many applications it has taken in
   };
 
-  template <typename Key, typename KeyOf>
-  OrvaneApplication* find(FirstByKey<Key>& first, Key key, KeyOf keyOf);
+  template <typename KeyOf>
+  OrvaneApplication* find(Positions& positions, std::uint32_t key, KeyOf keyOf);
 
   OrvaneAppMapping& applications_;
-  FirstByKey<unsigned int> byUpid_;
-  FirstByKey<int> byId_;
+  // The first application with the highest UPID: collections mostly ascend, and then it answers.
+  std::size_t highest_ = 0;
+  std::size_t seen_ = 0;  // how many applications it was chosen from
+  Positions byUpid_;
+  Positions byId_;
 };
 
 }  // namespace orvane

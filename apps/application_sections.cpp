@@ -21,7 +21,6 @@ char selectorTypeInfoKey[] = "SelectorTypeInfo";
 // Writes a text into its operation's own string.
 template <typename Append>
 char* write(std::string& text, bool closeGroups, Append append) {
-  text.clear();
   orvane::GroupWriter writer(text, closeGroups);
   append(writer);
   writer.publish();
@@ -118,7 +117,12 @@ char* OrvaneApplication::getSection(bool closeGroups) const {
 void OrvaneApplication::setSection(const char* text) {
   orvane::SectionLines lines(orvane::viewOf(text));
   orvane::ApplicationGroup group(orvane::kApplicationKeys);
-  while (group.read(lines)) orvane::readApplication(group, *this);
+  orvane::LateItems late;
+  while (group.read(lines)) {
+    orvane::readApplication(
+        group, *this, [&]() -> auto& { return late; });
+  }
+  orvane::addLate(std::move(late), items);
 }
 
 char* OrvaneApplication::getInitialSection() const {

@@ -5,65 +5,76 @@
 namespace orvane {
 namespace {
 
-void appendKey(std::string& out, ApplicationField key) {
-  out.append(kApplicationKeys[key]).push_back('=');
+Pen writeKey(Pen pen, ApplicationField key) {
+  pen.put(kApplicationKeys[key]);
+  pen.put('=');
+  return pen;
 }
 
 template <typename Number>
-void appendNumberLine(std::string& out, ApplicationField key, Number number) {
-  appendKey(out, key);
-  appendNumber(out, number);
-  out.push_back('\n');
+Pen writeNumberLine(Pen pen, ApplicationField key, Number number) {
+  pen = writeKey(pen, key);
+  pen.putNumber(number);
+  pen.put('\n');
+  return pen;
+}
+
+// Room for the keys and numbers of a group, and for a name.
+constexpr std::size_t kFieldsRoom = 128 + sizeof tagApplication::name + 8 * kNumberRoom;
+
+Pen writeFields(Pen pen, const OrvaneApplication& application, const OrvanePortMapping& item,
+                tagActionType action) {
+  pen = writeKey(pen, kIPv4);
+  if (item.ip.address != 0) pen.putNumber(item.ip.address);
+  pen.put('\n');
+  pen = writeNumberLine(pen, kAction, static_cast<int>(action));
+  pen = writeNumberLine(pen, kSelectorType, static_cast<int>(application.type));
+  pen = writeNumberLine(pen, kUpid, application.upid);
+  pen = writeKey(pen, kApplName);
+  pen.put(nameOf(application));
+  pen.put('\n');
+  pen = writeNumberLine(pen, kUniqueBlockNumber, item.uniqueBlockNumber);
+  return writeNumberLine(pen, kSelectorTypeInfo, static_cast<int>(item.selectorInfo));
 }
 
 }  // namespace
 
 void GroupWriter::appendItem(const OrvaneApplication& application, const OrvanePortMapping& item,
                              tagActionType action) {
-  appendKey(out_, kPortRange);
+  Pen pen = writeKey(out_.pen(kFieldsRoom + portListRoom(item)), kPortRange);
   wroteList_ = true;
+  out_.putDown(pen);
   listBegin_ = out_.size();
-  appendPortList(out_, item);
-  listLength_ = out_.size() - listBegin_;
+  pen = writePortList(pen, item);
+  out_.putDown(pen);
+  listEnd_ = out_.size();
   if (const OrvanePortRange* range = lastRangeOf(item)) lastRange_ = range;
-  out_.push_back('\n');
-  appendFields(application, item, action);
+  pen.put('\n');
+  out_.putDown(writeFields(pen, application, item, action));
 }
 
 void GroupWriter::appendPort(const OrvaneApplication& application, const OrvanePortMapping& item,
                              unsigned short port, tagActionType action) {
-  appendNumberLine(out_, kPortRange, port);
-  appendFields(application, item, action);
+  const Pen pen = writeNumberLine(out_.pen(kFieldsRoom), kPortRange, port);
+  out_.putDown(writeFields(pen, application, item, action));
 }
 
 void GroupWriter::close(const OrvaneApplication& application) {
   if (!closeGroups_) return;
-  appendNumberLine(out_, kGroupId, application.getID());
+  out_.putDown(writeNumberLine(out_.pen(kFieldsRoom), kGroupId, application.getID()));
   terminate();
 }
 
 void GroupWriter::terminate() {
-  if (closeGroups_) out_.append(";\n");
+  if (!closeGroups_) return;
+  Pen pen = out_.pen(2);
+  pen.put(";\n");
+  out_.putDown(pen);
 }
 
 void GroupWriter::publish() const {
   if (!wroteList_) return;
-  const std::string_view text = out_;
-  publishPortList(text.substr(listBegin_, listLength_), lastRange_);
-}
-
-void GroupWriter::appendFields(const OrvaneApplication& application, const OrvanePortMapping& item,
-                               tagActionType action) {
-  appendKey(out_, kIPv4);
-  if (item.ip.address != 0) appendNumber(out_, item.ip.address);
-  out_.push_back('\n');
-  appendNumberLine(out_, kAction, static_cast<int>(action));
-  appendNumberLine(out_, kSelectorType, static_cast<int>(application.type));
-  appendNumberLine(out_, kUpid, application.upid);
-  appendKey(out_, kApplName);
-  out_.append(nameOf(application)).push_back('\n');
-  appendNumberLine(out_, kUniqueBlockNumber, item.uniqueBlockNumber);
-  appendNumberLine(out_, kSelectorTypeInfo, static_cast<int>(item.selectorInfo));
+  publishPortList(out_.view(listBegin_, listEnd_), lastRange_);
 }
 
 }  // namespace orvane

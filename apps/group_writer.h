@@ -5,16 +5,18 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 #include "orvane/application.h"
+#include "ports/text.h"
 
 namespace orvane {
 
-// Appends groups to a text. The result strings of the port list operations, which each port list
+// Writes groups to a text. The result strings of the port list operations, which each port list
 // written replaces, are set once, at the end.
 class GroupWriter {
  public:
-  GroupWriter(std::string& out, bool closeGroups) : out_(out), closeGroups_(closeGroups) {}
+  GroupWriter(std::string& text, bool closeGroups) : out_(text), closeGroups_(closeGroups) {}
   GroupWriter(const GroupWriter&) = delete;
   GroupWriter& operator=(const GroupWriter&) = delete;
 
@@ -28,18 +30,18 @@ class GroupWriter {
   void close(const OrvaneApplication& application);
   void terminate();
 
+  std::size_t size() const { return out_.size(); }
+  std::string_view view(std::size_t begin, std::size_t end) const { return out_.view(begin, end); }
+
   // Sets those result strings; to be called last.
   void publish() const;
 
  private:
-  void appendFields(const OrvaneApplication& application, const OrvanePortMapping& item,
-                    tagActionType action);
-
-  std::string& out_;
+  TextBuilder out_;
   bool closeGroups_;
   bool wroteList_ = false;
   std::size_t listBegin_ = 0;
-  std::size_t listLength_ = 0;
+  std::size_t listEnd_ = 0;
   const OrvanePortRange* lastRange_ = nullptr;
 };
 

@@ -23,7 +23,7 @@ unsigned char** OrvaneAppInfo::getKeyNames() {
 
 OrvaneAppInfo::~OrvaneAppInfo() = default;
 
-OrvaneAppInfo& OrvaneAppInfo::operator=(const OrvaneApplication& application) {
+OrvaneAppInfo& OrvaneAppInfo::assign(const OrvaneApplication& application) {
   upid = application.getUpid();
   portType = application.getType() == kOrvaneSelectorTypeDefault ? kOrvanePortTypeDefault
                                                                  : kOrvanePortTypeOther;

@@ -11,7 +11,17 @@
 
 namespace {
 
-using EntryByUpid = orvane::FirstByUpid<OrvaneAppInfo>;
+// Takes those UPIDs that the catalogue has an entry for, or those that it has none for.
+void sift(std::span<const OrvaneAppInfo> entries, const std::vector<unsigned int>& upids,
+          bool known, std::vector<unsigned int>& result) {
+  const auto found = orvane::firstByUpid<OrvaneAppInfo>(upids, entries);
+  std::vector<unsigned int> taken;  // `result` may be the list of UPIDs itself
+  taken.reserve(upids.size());
+  for (std::size_t i = 0; i < upids.size(); ++i) {
+    if ((found[i] != nullptr) == known) taken.push_back(upids[i]);
+  }
+  result.swap(taken);
+}
 
 }  // namespace
 
@@ -25,8 +35,12 @@ void OrvaneAppInfoArray::add(const unsigned char* record) {
 
 bool OrvaneAppInfoArray::addChecked(std::span<const unsigned char> record) {
   const auto fields = orvane::AppInfoRecord::split(record);
-  if (fields && !fields->isIgnored()) orvane::readFields(*fields, entries.emplace_back());
-  return fields.has_value();
+  if (!fields) return false;
+  if (fields->isIgnored()) return true;
+  OrvaneAppInfo entry;  // the record may be the text of an entry, which moves when one is added
+  orvane::readFields(*fields, entry);
+  entries.push_back(std::move(entry));
+  return true;
 }
 
 OrvaneAppInfo* OrvaneAppInfoArray::find(unsigned int upid) {
@@ -68,27 +82,22 @@ void OrvaneAppInfoArray::getPortList(std::vector<unsigned short>& ports) const {
 
 char* OrvaneAppInfoArray::getPorts() const {
   static std::string text;
-  text.clear();
+  orvane::TextBuilder out(text);
   for (const OrvaneAppInfo& entry : entries) {
     for (const OrvanePort& port : orvane::AppInfoAccess::ports(entry)) {
-      orvane::appendNumbers(text, 0, orvane::numbersOf(port));
+      orvane::appendNumbers(out, orvane::numbersOf(port));
     }
   }
+  orvane::endNumbers(out);
   return text.data();
 }
 
 void OrvaneAppInfoArray::getUnknownPortList(const std::vector<unsigned int>& upids,
                                             std::vector<unsigned int>& result) const {
-  const EntryByUpid known(upids, entries);
-  result.clear();
-  std::ranges::copy_if(upids, std::back_inserter(result),
-                       [&](unsigned int upid) { return known[upid] == nullptr; });
+  sift(entries, upids, false, result);
 }
 
 void OrvaneAppInfoArray::getCommonPortList(const std::vector<unsigned int>& upids,
                                            std::vector<unsigned int>& result) const {
-  const EntryByUpid known(upids, entries);
-  result.clear();
-  std::ranges::copy_if(upids, std::back_inserter(result),
-                       [&](unsigned int upid) { return known[upid] != nullptr; });
+  sift(entries, upids, true, result);
 }

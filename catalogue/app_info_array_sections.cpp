@@ -2,16 +2,13 @@
 #include "catalogue/app_info_writer.h"
 #include "catalogue/first_by_upid.h"
 #include "orvane/app_info_array.h"
+#include "ports/growth.h"
 
 namespace {
-
-using EntryByUpid = orvane::FirstByUpid<OrvaneAppInfo>;
-using ApplicationByUpid = orvane::FirstByUpid<OrvaneApplication>;
 
 // Writes entries into an operation's own string.
 template <typename Append>
 char* writeEntries(std::string& text, bool terminate, Append append) {
-  text.clear();
   orvane::AppInfoWriter writer(text, terminate);
   append(writer);
   writer.publish();
@@ -35,10 +32,15 @@ void appendMerged(orvane::AppInfoWriter& writer, const OrvaneAppInfo& entry,
 }  // namespace
 
 void OrvaneAppInfoArray::setSection(const char* text) {
+  const orvane::HeldText held(orvane::viewOf(text), entries);
   const orvane::AppInfoKeys keys = orvane::currentKeys();
-  orvane::SectionLines lines(orvane::viewOf(text));
+  orvane::SectionLines lines(held.view());
+  const orvane::TextGrowth growth(entries.size(), lines.left());
   orvane::AppInfoGroup group(keys);
-  while (group.read(lines)) orvane::readFields(group, entries.emplace_back());
+  while (group.read(lines)) {
+    growth.makeRoom(entries, lines.left());
+    orvane::readFields(group, entries.emplace_back());
+  }
 }
 
 char* OrvaneAppInfoArray::getSection(bool terminate) const {
@@ -51,9 +53,8 @@ char* OrvaneAppInfoArray::getSection(bool terminate) const {
 char* OrvaneAppInfoArray::getSection(const std::vector<unsigned int>& upids, bool terminate) const {
   static std::string text;
   return writeEntries(text, terminate, [&](orvane::AppInfoWriter& writer) {
-    const EntryByUpid known(upids, entries);
-    for (const unsigned int upid : upids) {
-      if (const OrvaneAppInfo* entry = known[upid]) writer.append(*entry);
+    for (const OrvaneAppInfo* entry : orvane::firstByUpid<OrvaneAppInfo>(upids, entries)) {
+      if (entry != nullptr) writer.append(*entry);
     }
   });
 }
@@ -61,13 +62,12 @@ char* OrvaneAppInfoArray::getSection(const std::vector<unsigned int>& upids, boo
 char* OrvaneAppInfoArray::getAppMappingSection(const OrvaneAppMapping& mapping,
                                                const std::vector<unsigned int>& upids,
                                                bool terminate) {
-  const ApplicationByUpid applications(upids, mapping);
-  for (const unsigned int upid : upids) {
-    if (const OrvaneApplication* application = applications[upid]) {
-      OrvaneAppInfo& entry = entries.emplace_back();
-      entry = *application;
-      entry.setReserved1(kOrvaneReservedAdded);
-    }
+  for (const OrvaneApplication* application :
+       orvane::firstByUpid<OrvaneApplication>(upids, mapping)) {
+    if (application == nullptr) continue;
+    OrvaneAppInfo& entry = entries.emplace_back();
+    entry = *application;
+    entry.setReserved1(kOrvaneReservedAdded);
   }
   return getSection(terminate);
 }
@@ -77,15 +77,14 @@ char* OrvaneAppInfoArray::getMergedAppMappingSection(const OrvaneAppMapping& map
                                                      bool terminate) const {
   static std::string text;
   return writeEntries(text, terminate, [&](orvane::AppInfoWriter& writer) {
-    const EntryByUpid known(upids, entries);
-    const ApplicationByUpid applications(upids, mapping);
-    for (const unsigned int upid : upids) {
-      const OrvaneAppInfo* const entry = known[upid];
-      if (entry == nullptr) continue;
-      if (const OrvaneApplication* application = applications[upid]) {
-        appendMerged(writer, *entry, *application);
+    const auto known = orvane::firstByUpid<OrvaneAppInfo>(upids, entries);
+    const auto applications = orvane::firstByUpid<OrvaneApplication>(upids, mapping);
+    for (std::size_t i = 0; i < upids.size(); ++i) {
+      if (known[i] == nullptr) continue;
+      if (applications[i] != nullptr) {
+        appendMerged(writer, *known[i], *applications[i]);
       } else {
-        writer.append(*entry);
+        writer.append(*known[i]);
       }
     }
   });

@@ -53,10 +53,8 @@ inline AppInfoKeys currentKeys() {
   return keys;
 }
 
-// The name up to its NUL; a caller may have filled the whole field.
 inline std::string_view fqnOf(const OrvaneAppInfo& entry) {
-  const auto& fqn = AppInfoAccess::fqn(entry);
-  return {fqn, static_cast<std::size_t>(std::find(std::begin(fqn), std::end(fqn), '\0') - fqn)};
+  return fieldText(AppInfoAccess::fqn(entry));
 }
 
 // Takes as much of `text`, which may be a part of the name itself, as the field holds.
@@ -70,9 +68,9 @@ inline void readFqn(std::string_view text, OrvaneAppInfo& entry) {
 inline void readPorts(std::string_view text, OrvaneAppInfo& entry) {
   PortSet& ports = AppInfoAccess::ports(entry);
   ports.clear();
-  for (std::string_view token; nextToken(text, ',', token);) {
+  for (PortListItem item; nextItem(text, item);) {
     OrvanePort port;
-    readPort(token, port);
+    setPort(item, port);
     ports.insert(ports.end(), port);
   }
 }

@@ -15,105 +15,133 @@ std::string& entrySectionText() {
 }  // namespace
 
 namespace orvane {
+namespace {
 
-void PortWriter::append(std::string& out, const PortSet& ports) {
-  const std::size_t begin = out.size();
-  const OrvanePort* lastSingle = nullptr;
-  const OrvanePort* lastRange = nullptr;
+// Keys may be of any length, since callers can change them.
+Pen writeKey(Pen pen, std::string_view key) {
+  pen.put(key);
+  pen.put('=');
+  return pen;
+}
+
+template <typename Number>
+Pen writeLine(Pen pen, std::string_view key, Number number) {
+  pen = writeKey(pen, key);
+  pen.putNumber(number);
+  pen.put('\n');
+  return pen;
+}
+
+}  // namespace
+
+Pen PortWriter::write(Pen pen, const PortSet& ports) {
+  const char* const begin = pen.place();
   for (const OrvanePort& port : ports) {
-    appendSeparator(out, begin);
     if (port.getPort() != 0) {
-      appendNumber(out, port.getPort());
-      lastSingle = &port;
+      pen.putNumber(port.getPort());
+      lastSingle_ = port.getPort();
     } else {
-      appendRange(out, port);
-      lastRange = &port;
+      pen = writeRange(pen, port);
+      lastRange_ = {port.getStart(), port.getEnd()};
     }
+    pen.put(',');
   }
-  if (lastSingle != nullptr) lastSingle_ = *lastSingle;
-  if (lastRange != nullptr) lastRange_ = *lastRange;
+  pen.endList(begin);
+  return pen;
 }
 
 void PortWriter::publish() const {
-  if (lastSingle_) lastSingle_->getText();
-  if (lastRange_) lastRange_->getText();
+  if (lastSingle_ != 0) {
+    OrvanePort single;
+    single.setPort(lastSingle_);
+    single.getPortStr();
+  }
+  if (lastRange_) OrvanePortRange(lastRange_->start, lastRange_->end).getRange();
+}
+
+AppInfoWriter::AppInfoWriter(std::string& text, bool terminate)
+    : out_(text), terminate_(terminate), fieldsRoom_(sizeof ";\n") {
+  for (const std::string_view key : keys_) fieldsRoom_ += key.size() + sizeof "=\n" + kNumberRoom;
 }
 
 void AppInfoWriter::append(const OrvaneAppInfo& entry, const PortSet& ports,
                            unsigned int reserved1) {
+  const std::string_view fqn = fqnOf(entry);
   wrote_ = true;
   section_.begin = out_.size();
-  appendLine(kEntryVersion, entry.getVersion());
-  appendLine(kEntryPortType, static_cast<int>(entry.getPortType()));
-  appendLine(kEntryUpid, entry.getUPID());
-  appendKey(kEntryPortRange);
+  Pen pen = out_.pen(fieldsRoom_ + fqn.size() + PortWriter::room(ports));
+  pen = writeLine(pen, keys_[kEntryVersion], entry.getVersion());
+  pen = writeLine(pen, keys_[kEntryPortType], static_cast<int>(entry.getPortType()));
+  pen = writeLine(pen, keys_[kEntryUpid], entry.getUPID());
+  pen = writeKey(pen, keys_[kEntryPortRange]);
+  out_.putDown(pen);
   ports_.begin = out_.size();
-  portWriter_.append(out_, ports);
+  pen = portWriter_.write(pen, ports);
+  out_.putDown(pen);
   ports_.end = out_.size();
-  out_.push_back('\n');
-  appendLine(kEntryReserved1, reserved1);
-  appendLine(kEntryReserved2, entry.getReserved2());
-  appendLine(kEntryReserved3, entry.getReserved3());
-  appendKey(kEntryFqn);
-  out_.append(fqnOf(entry)).push_back('\n');
-  if (terminate_) out_.append(";\n");
+  pen.put('\n');
+  pen = writeLine(pen, keys_[kEntryReserved1], reserved1);
+  pen = writeLine(pen, keys_[kEntryReserved2], entry.getReserved2());
+  pen = writeLine(pen, keys_[kEntryReserved3], entry.getReserved3());
+  pen = writeKey(pen, keys_[kEntryFqn]);
+  pen.put(fqn);
+  pen.put('\n');
+  if (terminate_) pen.put(";\n");
+  out_.putDown(pen);
   section_.end = out_.size();
 }
 
-void AppInfoWriter::publish() const {
+void AppInfoWriter::publish() {
   if (!wrote_) return;
-  const auto copy = [this](Extent part, std::string& text) {
-    text.assign(out_, part.begin, part.end - part.begin);
-  };
-  copy(ports_, entryPortsText());
-  if (&out_ != &entrySectionText()) copy(section_, entrySectionText());  // it may be `out` itself
+  entryPortsText().assign(out_.view(ports_.begin, ports_.end));
+  if (&out_.finish() != &entrySectionText()) {  // it may be the text itself
+    entrySectionText().assign(out_.view(section_.begin, section_.end));
+  }
   portWriter_.publish();
 }
 
-void AppInfoWriter::appendKey(AppInfoField key) { out_.append(keys_[key]).push_back('='); }
-
-template <typename Number>
-void AppInfoWriter::appendLine(AppInfoField key, Number number) {
-  appendKey(key);
-  appendNumber(out_, number);
-  out_.push_back('\n');
+void appendNumbers(TextBuilder& out, Bounds numbers) {
+  if (numbers.start > numbers.end) return;
+  const std::size_t count = std::size_t{numbers.end} - numbers.start + 1;
+  Pen pen = out.pen(count > 1 ? count * kPortRoom : kNumberRoom + 1);
+  for (std::uint64_t number = numbers.start; number <= numbers.end; ++number) {
+    pen.putNumber(static_cast<std::uint32_t>(number));
+    pen.put(',');
+  }
+  out.putDown(pen);
 }
 
-void appendNumbers(std::string& out, std::size_t listBegin, Bounds numbers) {
-  for (std::uint32_t number = numbers.start; number <= numbers.end; ++number) {
-    appendSeparator(out, listBegin);
-    appendNumber(out, number);
-  }
+void endNumbers(TextBuilder& out) {
+  Pen pen = out.pen(0);
+  if (out.size() > 0) pen.endList(nullptr);
+  out.putDown(pen);
 }
 
 }  // namespace orvane
 
 char* OrvaneAppInfo::getPorts() const {
   std::string& text = entryPortsText();
-  text.clear();
+  orvane::TextBuilder out(text);
   orvane::PortWriter writer;
-  writer.append(text, ports);
+  out.putDown(writer.write(out.pen(orvane::PortWriter::room(ports)), ports));
+  out.finish();
   writer.publish();
   return text.data();
 }
 
 char* OrvaneAppInfo::getEnumPorts() const {
   static std::string text;
-  text.clear();
+  orvane::TextBuilder out(text);
   for (const OrvanePort& port : ports) {
-    if (port.getPort() != 0) {
-      orvane::appendSeparator(text, 0);
-      text.append(port.getText());
-    } else {
-      orvane::appendNumbers(text, 0, orvane::numbersOf(port));
-    }
+    if (port.getPort() != 0) port.getText();  // replaces the text of getPortStr()
+    orvane::appendNumbers(out, orvane::numbersOf(port));
   }
+  orvane::endNumbers(out);
   return text.data();
 }
 
 char* OrvaneAppInfo::getSection(bool terminate) const {
   std::string& text = entrySectionText();
-  text.clear();
   orvane::AppInfoWriter writer(text, terminate);
   writer.append(*this);
   writer.publish();

@@ -16,26 +16,29 @@
 
 namespace orvane {
 
-// Appends the texts of elements to a list text. Their own result strings, which each element
+// Writes the texts of elements as a list text. Their own result strings, which each element
 // written replaces, are set once, at the end.
 class PortWriter {
  public:
-  // Appends the texts of the elements, joined by ",".
-  void append(std::string& out, const PortSet& ports);
+  // The room for the texts of the elements.
+  static std::size_t room(const PortSet& ports) { return ports.size() * kRangeRoom; }
+
+  // Writes the texts of the elements, joined by ",".
+  Pen write(Pen pen, const PortSet& ports);
 
   // Sets those result strings.
   void publish() const;
 
  private:
-  std::optional<OrvanePort> lastSingle_;
-  std::optional<OrvanePort> lastRange_;
+  std::uint32_t lastSingle_ = 0;  // 0: none
+  std::optional<Bounds> lastRange_;
 };
 
-// Appends section texts of entries to a text. The result strings of the entry's own operations,
+// Writes section texts of entries to a text. The result strings of the entry's own operations,
 // which each entry written replaces, are set once, at the end.
 class AppInfoWriter {
  public:
-  AppInfoWriter(std::string& out, bool terminate) : out_(out), terminate_(terminate) {}
+  AppInfoWriter(std::string& text, bool terminate);
   AppInfoWriter(const AppInfoWriter&) = delete;
   AppInfoWriter& operator=(const AppInfoWriter&) = delete;
 
@@ -47,7 +50,7 @@ class AppInfoWriter {
   void append(const OrvaneAppInfo& entry, const PortSet& ports, unsigned int reserved1);
 
   // Sets those result strings; to be called last.
-  void publish() const;
+  void publish();
 
  private:
   // A part of the text.
@@ -56,13 +59,10 @@ class AppInfoWriter {
     std::size_t end = 0;
   };
 
-  void appendKey(AppInfoField key);
-  template <typename Number>
-  void appendLine(AppInfoField key, Number number);
-
-  std::string& out_;
+  TextBuilder out_;
   bool terminate_;
   AppInfoKeys keys_ = currentKeys();
+  std::size_t fieldsRoom_;
   bool wrote_ = false;
   Extent section_;
   Extent ports_;
@@ -75,8 +75,9 @@ inline Bounds numbersOf(const OrvanePort& port) {
   return {port.getStart(), std::min<std::uint32_t>(port.getEnd(), 65535)};
 }
 
-// Appends the numbers to a list that began at `listBegin`, joined by ",".
-void appendNumbers(std::string& out, std::size_t listBegin, Bounds numbers);
+// Appends the numbers to a list, a "," after each; and takes back the last one.
+void appendNumbers(TextBuilder& out, Bounds numbers);
+void endNumbers(TextBuilder& out);
 
 }  // namespace orvane
 

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <functional>
 #include <iterator>
@@ -7,6 +6,7 @@
 #include <vector>
 
 #include "orvane/port_counter.h"
+#include "ports/port_numbers.h"
 #include "ports/range_list.h"
 #include "ports/text.h"
 
@@ -73,33 +73,45 @@ bool meetsAny(const OrvanePortRange& range, Sockets sockets) {
     const auto [start, end] = carriedBounds(socket);
     return range.overlap(OrvanePortRange(start, end));
   });
-  if (lastRead != nullptr) lastRead->getRange();
+  if (lastRead != nullptr) lastRead->getRange();  // replaces its text as reading each did
   return meets;
+}
+
+bool containsPort(const std::set<unsigned short>& ports, unsigned int number) {
+  return number <= std::numeric_limits<unsigned short>::max() &&
+         ports.contains(static_cast<unsigned short>(number));
 }
 
 // Whether checkSocket() or sockOverlap() of this socket's address finds the socket for one of the
 // ports. Port 0 is looked up as the range 0 to 0, so it finds what stands for a range that ends
 // there.
-bool meetsAny(const OrvaneSock& socket, const std::set<unsigned short>& ports) {
+bool isFoundByAny(const std::set<unsigned short>& ports, const OrvaneSock& socket) {
   const unsigned int number = socket.port.getPort();
   const bool isExact = number != 0 || socket.port.getEnd() == 0;
-  return (isExact && containsAny(ports, {number, number})) ||
-         containsAny(ports, boundsOf(socket.port));
+  return (isExact && containsPort(ports, number)) || containsAny(ports, boundsOf(socket.port));
 }
 
 // All that a range can meet in sockets, by end: their port numbers and the ranges they carry.
 std::vector<Bounds> boundsByEnd(Sockets sockets) {
+  orvane::PortNumbers numbers;
   std::vector<Bounds> bounds;
   Bounds carried{1, 0};  // unlike any: what sockets carry is in order
   for (const OrvaneSock& socket : sockets) {
     const unsigned int number = socket.port.getPort();
-    bounds.push_back({number, number});
+    if (number <= std::numeric_limits<unsigned short>::max()) {
+      numbers.add(static_cast<unsigned short>(number));
+    } else {
+      bounds.push_back({number, number});
+    }
     const Bounds next = carriedBounds(socket);
     if (next.start == carried.start && next.end == carried.end) continue;
     carried = next;
     bounds.push_back(carried);
   }
   std::ranges::sort(bounds, {}, &Bounds::end);
+  const auto others = static_cast<std::ptrdiff_t>(bounds.size());
+  numbers.forEach([&](unsigned int number) { bounds.push_back({number, number}); });
+  std::ranges::inplace_merge(bounds, bounds.begin() + others, {}, &Bounds::end);
   return bounds;
 }
 
@@ -145,6 +157,9 @@ auto findFirstDescending(const Set& set, Test test) {
   return found;
 }
 
+// So few ranges are compared with all sockets one by one: the sweep begins with more than that.
+constexpr std::size_t kFewRanges = 2;
+
 // Whether one of the ranges collides: `collides` is asked for each in descending order, `check`,
 // which also writes the texts, for the first that does. The ranges before that one have been
 // compared with all sockets.
@@ -153,7 +168,7 @@ bool checkFirst(const std::set<OrvanePortRange>& ranges, Sockets sockets, Collid
                 Check check) {
   const auto first = findFirstDescending(ranges, collides);
   if (first != ranges.begin() && sockets.first != sockets.last) {
-    std::prev(sockets.last)->port.getRange();
+    std::prev(sockets.last)->port.getRange();  // replaces its text, as comparing did
   }
   return first != ranges.end() && check(*first);
 }
@@ -179,10 +194,7 @@ bool OrvanePortCounter::overlap(const OrvanePortRange& range) const {
 
 bool OrvanePortCounter::checkRanges(const std::set<OrvanePortRange>& rangeSet) const {
   const auto check = [this](const OrvanePortRange& range) { return checkRange(range); };
-  // Sorting the sockets costs as much as comparing each with log n ranges.
-  if (rangeSet.size() <= static_cast<std::size_t>(std::bit_width(sockets.size()))) {
-    return std::ranges::any_of(rangeSet, check);
-  }
+  if (rangeSet.size() <= kFewRanges) return std::ranges::any_of(rangeSet, check);
   const std::vector<Bounds> socketBounds = boundsByEnd(Sockets(sockets));
   DescendingSweep used(socketBounds, std::greater<>());
   DescendingSweep registered(ranges, std::greater_equal<>());
@@ -214,19 +226,23 @@ bool OrvanePortCounter::sockOverlap(unsigned int address, const OrvanePortRange&
 bool OrvanePortCounter::checkSocket(unsigned int address, const OrvanePortMapping& mapping,
                                     bool /*flag*/) const {
   const Sockets used(sockets, address);
-  const auto meetsPort = [&](const OrvaneSock& socket) {
-    return meetsAny(socket, mapping.getPorts());
+  const auto isFound = [&](const OrvaneSock& socket) {
+    return isFoundByAny(mapping.getPorts(), socket);
   };
-  if (std::ranges::any_of(used, meetsPort)) return true;
-  if (mapping.getRanges().empty()) return false;
+  if (!mapping.getPorts().empty() && std::ranges::any_of(used, isFound)) return true;
 
-  const std::vector<Bounds> usedBounds = boundsByEnd(used);
-  DescendingSweep sweep(usedBounds, std::greater<>());
-  const auto collides = [&](const OrvanePortRange& range) {
-    return sweep.meets(boundsOf(range)) || checkSocket(address, range);
-  };
+  const std::set<OrvanePortRange>& wanted = mapping.getRanges();
   const auto check = [&](const OrvanePortRange& range) {
     return checkSocket(address, range) || sockOverlap(address, range);
   };
-  return checkFirst(mapping.getRanges(), used, collides, check);
+  if (wanted.size() <= kFewRanges) return std::ranges::any_of(wanted, check);
+  if (used.first == used.last) return false;
+  // Sockets that stand for a range come last.
+  const bool standForRanges = std::prev(used.last)->port.getPort() == 0;
+  const std::vector<Bounds> usedBounds = boundsByEnd(used);
+  DescendingSweep sweep(usedBounds, std::greater<>());
+  const auto collides = [&](const OrvanePortRange& range) {
+    return sweep.meets(boundsOf(range)) || (standForRanges && checkSocket(address, range));
+  };
+  return checkFirst(wanted, used, collides, check);
 }

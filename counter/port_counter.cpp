@@ -1,65 +1,61 @@
 #include "orvane/port_counter.h"
 
-#include <iterator>
+#include <cstdint>
 
 #include "ports/port_list.h"
 #include "ports/text.h"
-
-namespace {
-
-OrvanePortMapping readList(const char* text) {
-  OrvanePortMapping list;
-  list.setPorts(text);
-  return list;
-}
-
-}  // namespace
 
 OrvaneSock::~OrvaneSock() = default;
 
 OrvanePortCounter::~OrvanePortCounter() = default;
 
+// Each element is inserted after the one before it, which is found in constant time.
 void OrvanePortCounter::add(const char* text) {
-  OrvanePortMapping list = readList(text);
-  ports.merge(list.getPorts());
-  ranges.merge(list.getRanges());
+  const orvane::PortListContent list(orvane::viewOf(text));
+  auto port = ports.begin();
+  list.ports.forEach([&](std::uint16_t number) { port = ports.insert(port, number); });
+  auto place = ranges.begin();
+  for (const auto& [start, end] : list.ranges) place = ranges.emplace_hint(place, start, end);
 }
 
 void OrvanePortCounter::remove(const char* text) {
-  const OrvanePortMapping list = readList(text);
-  for (const unsigned short port : list.getPorts()) ports.erase(port);
-  for (const OrvanePortRange& range : list.getRanges()) ranges.erase(range);
+  const orvane::PortListContent list(orvane::viewOf(text));
+  list.ports.forEach([&](std::uint16_t number) { ports.erase(number); });
+  for (const auto& [start, end] : list.ranges) ranges.erase(OrvanePortRange(start, end));
 }
 
 void OrvanePortCounter::addSocket(unsigned int address, const char* text) {
-  const OrvanePortMapping list = readList(text);
+  const orvane::PortListContent list(orvane::viewOf(text));
   OrvaneSock socket;
   socket.address = address;
   auto place = sockets.end();
-  for (const unsigned short port : list.getPorts()) {
-    socket.port = port;
-    place = std::next(sockets.insert(place, socket));
-  }
+  list.ports.forEach([&](std::uint16_t number) {
+    socket.port = number;
+    place = sockets.insert(place, socket);
+  });
 }
 
 std::string& OrvanePortCounter::toString() const {
   static std::string text;
-  text.clear();
+  constexpr std::size_t kSocketRoom = orvane::kAddressRoom + orvane::kNumberRoom + 3;
+  orvane::TextBuilder out(text);
+  orvane::Pen pen = out.pen(sockets.size() * kSocketRoom + ports.size() * orvane::kPortRoom +
+                            ranges.size() * orvane::kRangeRoom);
+  const char* const begin = pen.place();
   for (const OrvaneSock& socket : sockets) {
-    orvane::appendSeparator(text, 0);
-    orvane::appendAddress(text, socket.address);
-    text.push_back(':');
-    orvane::appendNumber(text, socket.port.getPort());
-    text.push_back(' ');
+    pen = orvane::writeAddress(pen, socket.address);
+    pen.put(':');
+    pen.putNumber(socket.port.getPort());
+    pen.put(" ,");
   }
-  for (const unsigned short port : ports) {
-    orvane::appendSeparator(text, 0);
-    orvane::appendNumber(text, port);
-  }
+  for (const unsigned short port : ports) pen = orvane::writePort(pen, port);
   for (const OrvanePortRange& range : ranges) {
-    orvane::appendSeparator(text, 0);
-    orvane::appendRange(text, range);
+    pen = orvane::writeRange(pen, range);
+    pen.put(',');
   }
+  pen.endList(begin);
+  out.putDown(pen);
+  // The texts of the elements are left as writing them one by one would leave them.
   if (!sockets.empty()) sockets.rbegin()->port.getPortStr();
   if (!ranges.empty()) ranges.rbegin()->getRange();
   return text;

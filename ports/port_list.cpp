@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <iterator>
+#include <string>
 #include <utility>
 #include <vector>
 
-#include "ports/range_list.h"
 #include "ports/text.h"
 
 namespace orvane {
@@ -18,22 +17,63 @@ std::int32_t leadingNumber(const OrvanePortRange& range) {
   return static_cast<std::int32_t>(range.getStart());
 }
 
-// Appends ports and ranges in one pass over both, each ascending by leading number; a port comes
+// Writes ports and ranges in one pass over both, each ascending by leading number; a port comes
 // before a range that starts at it.
 template <typename Iterator>
-void appendMerged(std::string& out, const std::set<unsigned short>& ports, Iterator range,
-                  Iterator rangesEnd) {
-  const std::size_t begin = out.size();
-  const auto appendNextRange = [&] {
-    appendSeparator(out, begin);
-    appendRange(out, *range++);
+Pen writeMerged(Pen pen, const std::set<unsigned short>& ports, Iterator range,
+                Iterator rangesEnd) {
+  const char* const begin = pen.place();
+  const auto writeNextRange = [&] {
+    pen = writeRange(pen, *range++);
+    pen.put(',');
   };
   for (const unsigned short port : ports) {
-    while (range != rangesEnd && leadingNumber(*range) < port) appendNextRange();
-    appendSeparator(out, begin);
-    appendNumber(out, port);
+    while (range != rangesEnd && leadingNumber(*range) < port) writeNextRange();
+    pen = writePort(pen, port);
   }
-  while (range != rangesEnd) appendNextRange();
+  while (range != rangesEnd) writeNextRange();
+  pen.endList(begin);
+  return pen;
+}
+
+std::uint32_t readDigits(const char*& next, const char* end) {
+  std::uint32_t number = 0;
+  for (; next != end; ++next) {
+    const auto digit = static_cast<unsigned>(static_cast<unsigned char>(*next)) - '0';
+    if (digit > 9) break;
+    number = number * 10 + digit;
+  }
+  return number;
+}
+
+bool isPort(std::uint32_t number) { return number >= 1 && number <= 65535; }
+
+// Adds an item to the ports and ranges of a list, unless it belongs before one of them or meets
+// one. Most lists are in order, and need nothing else.
+bool appendInOrder(const PortListItem& item, tagPortMapping& mapping) {
+  auto& ports = mapping.ports;
+  auto& ranges = mapping.ranges;
+  const std::uint32_t lastPort = ports.empty() ? 0 : *ports.rbegin();
+  if (item.range.isRange()) {
+    const auto [start, end] = item.range.bounds();
+    if (start <= lastPort || start > end) return false;
+    if (!ranges.empty() && start <= ranges.rbegin()->getEnd()) return false;
+    ranges.emplace_hint(ranges.end(), start, end);
+  } else if (isPort(item.number)) {
+    if (item.number <= lastPort) return false;
+    ports.insert(ports.end(), static_cast<unsigned short>(item.number));
+  }
+  return true;
+}
+
+void fill(tagPortMapping& mapping, const PortListContent& content) {
+  mapping.ports.clear();
+  mapping.ranges.clear();
+  content.ports.forEach(
+      [&](std::uint16_t port) { mapping.ports.insert(mapping.ports.end(), port); });
+  for (const auto& [start, end] : content.ranges) {
+    mapping.ranges.emplace_hint(mapping.ranges.end(), start, end);
+  }
 }
 
 std::string& portListText() {
@@ -48,38 +88,81 @@ std::string& sortedPortsText() {
 
 }  // namespace
 
+// Digits, and digits joined by "-", are read as they are passed; any other token is read by the
+// general rules.
+bool nextItem(std::string_view& rest, PortListItem& item) {
+  const char* next = rest.data();
+  const char* const end = next + rest.size();
+  const auto atEnd = [&] { return next == end || *next == ','; };
+  while (next != end && *next == ',') ++next;
+  const char* const token = next;
+  item.number = readDigits(next, end);
+  item.range = {1, item.number};
+  if (!atEnd() && *next == '-' && next != token) {
+    ++next;
+    item.range = {2, item.number, readDigits(next, end)};
+  }
+  if (!atEnd()) {
+    while (!atEnd()) ++next;
+    item.range = readRangeText({token, next});
+    item.number = readNumber({token, next});
+  }
+  rest = {next, end};
+  return next != token;
+}
+
+void setPort(const PortListItem& item, OrvanePort& port) {
+  if (item.range.count > 0) {
+    const auto [start, end] = item.range.bounds();
+    port.setStart(start);
+    port.setEnd(end);
+  }
+  if (!item.range.isRange() && isPort(item.number)) port.setPort(item.number);
+}
+
+void PortListContent::add(const PortListItem& item) {
+  if (item.range.isRange()) {
+    const auto [start, end] = item.range.bounds();
+    ports.erase(ranges.add({start, end}));
+  } else if (isPort(item.number)) {
+    ports.add(static_cast<std::uint16_t>(item.number));
+  }
+}
+
+void PortListContent::read(std::string_view text) {
+  for (PortListItem item; nextItem(text, item);) add(item);
+}
+
 void readPortList(std::string_view text, tagPortMapping& mapping) {
   mapping.ports.clear();
   mapping.ranges.clear();
-  RangeList ranges;
-  std::string_view token;
-  while (nextToken(text, ',', token)) {
-    const RangeText range = readRangeText(token);
-    if (range.isRange()) {
-      const auto [start, end] = range.bounds();
-      erasePorts(mapping.ports, ranges.add({start, end}));
-    } else if (const std::uint32_t port = readNumber(token); port >= 1 && port <= 65535) {
-      mapping.ports.insert(mapping.ports.end(), static_cast<unsigned short>(port));
+  PortListItem item;
+  while (nextItem(text, item)) {
+    if (appendInOrder(item, mapping)) continue;
+    PortListContent content;
+    for (const std::uint16_t port : mapping.ports) content.ports.add(port);
+    for (const auto& range : mapping.ranges) {
+      content.ranges.add({range.getStart(), range.getEnd()});
     }
+    content.add(item);
+    content.read(text);
+    fill(mapping, content);
+    return;
   }
-  ranges.copyTo(mapping.ranges);
 }
 
-void appendPortList(std::string& out, const tagPortMapping& mapping) {
+std::size_t portListRoom(const tagPortMapping& mapping) {
+  return mapping.ports.size() * kPortRoom + mapping.ranges.size() * kRangeRoom + 1;
+}
+
+Pen writePortList(Pen pen, const tagPortMapping& mapping) {
   const auto& ranges = mapping.ranges;
   if (std::ranges::is_sorted(ranges, {}, leadingNumber)) {
-    appendMerged(out, mapping.ports, ranges.begin(), ranges.end());
-    return;
+    return writeMerged(pen, mapping.ports, ranges.begin(), ranges.end());
   }
   std::vector<std::reference_wrapper<const OrvanePortRange>> sorted(ranges.begin(), ranges.end());
   std::ranges::stable_sort(sorted, {}, leadingNumber);
-  appendMerged(out, mapping.ports, sorted.begin(), sorted.end());
-}
-
-void appendRange(std::string& out, const OrvanePortRange& range) {
-  appendNumber(out, range.getStart());
-  out.push_back('-');
-  appendNumber(out, range.getEnd());
+  return writeMerged(pen, mapping.ports, sorted.begin(), sorted.end());
 }
 
 void publishPortList(std::string_view text, const OrvanePortRange* lastRange) {
@@ -92,24 +175,32 @@ void publishPortList(std::string_view text, const OrvanePortRange* lastRange) {
 
 std::string& OrvanePortMapping::getPortsAsString() const {
   std::string& text = orvane::portListText();
-  text.clear();
-  orvane::appendPortList(text, *this);
-  orvane::publishPortList(text, orvane::lastRangeOf(*this));
+  orvane::TextBuilder out(text);
+  out.putDown(orvane::writePortList(out.pen(orvane::portListRoom(*this)), *this));
+  orvane::publishPortList(out.finish(), orvane::lastRangeOf(*this));
   return text;
 }
 
 char* OrvanePortMapping::sortPorts(const char* text) {
   std::vector<std::pair<std::int32_t, std::string_view>> items;
-  std::string_view rest = orvane::viewOf(text);
+  const std::string_view all = orvane::viewOf(text);
+  std::string_view rest = all;
   for (std::string_view token; orvane::nextToken(rest, ',', token);) {
     items.emplace_back(orvane::readSigned(token), token);
   }
   std::ranges::stable_sort(items, {}, [](const auto& item) { return item.first; });
   // `text` may be the result of an earlier call.
   std::string sorted;
-  for (const auto& [number, token] : items) {
-    orvane::appendSeparator(sorted, 0);
-    sorted.append(token);
+  {
+    orvane::TextBuilder out(sorted);
+    orvane::Pen pen = out.pen(all.size() + 1);
+    const char* const begin = pen.place();
+    for (const auto& [number, token] : items) {
+      pen.put(token);
+      pen.put(',');
+    }
+    pen.endList(begin);
+    out.putDown(pen);
   }
   orvane::sortedPortsText().swap(sorted);
   return orvane::sortedPortsText().data();
@@ -117,11 +208,12 @@ char* OrvanePortMapping::sortPorts(const char* text) {
 
 std::string& OrvanePortMapping::PortArrayToString(const std::set<unsigned short>& set) {
   static std::string text;
-  text.clear();
-  for (const unsigned short port : set) {
-    orvane::appendSeparator(text, 0);
-    orvane::appendNumber(text, port);
-  }
+  orvane::TextBuilder out(text);
+  orvane::Pen pen = out.pen(set.size() * orvane::kPortRoom);
+  const char* const begin = pen.place();
+  for (const unsigned short port : set) pen = orvane::writePort(pen, port);
+  pen.endList(begin);
+  out.putDown(pen);
   return text;
 }
 
@@ -132,13 +224,12 @@ char* OrvanePortMapping::parse(tagParseType type, const char* text) {
   for (std::string_view token; orvane::nextToken(rest, ',', token);) {
     const bool range = orvane::readRangeText(token).isRange();
     if (range && type == kOrvaneParseRanges) {
-      orvane::appendSeparator(parsed, 0);
-      parsed.append(token);
+      parsed.append(token).push_back(',');
     } else if (!range && type == kOrvaneParsePorts && orvane::readSigned(token) >= 1) {
-      orvane::appendSeparator(parsed, 0);
-      orvane::appendNumber(parsed, orvane::readSigned(token));
+      parsed.append(std::to_string(orvane::readSigned(token))).push_back(',');
     }
   }
+  if (!parsed.empty()) parsed.pop_back();
   result.swap(parsed);
   return result.data();
 }

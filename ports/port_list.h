@@ -3,24 +3,65 @@
 #ifndef ORVANE_PORTS_PORT_LIST_H_
 #define ORVANE_PORTS_PORT_LIST_H_
 
-#include <string>
+#include <cstdint>
 #include <string_view>
 
 #include "orvane/port_mapping.h"
+#include "ports/port_numbers.h"
+#include "ports/range_list.h"
+#include "ports/text.h"
 
 namespace orvane {
+
+// One item of a port list: what it says as a range text, and as a number.
+struct PortListItem {
+  RangeText range;
+  std::uint32_t number = 0;
+};
+
+// Advances `rest` past the next item; false when there is none left.
+bool nextItem(std::string_view& rest, PortListItem& item);
+
+// Sets a port as its text does, given as a list item.
+void setPort(const PortListItem& item, OrvanePort& port);
+
+// What a port list says: its ports, and its ranges merged.
+struct PortListContent {
+  PortListContent() = default;
+  explicit PortListContent(std::string_view text) { read(text); }
+
+  void add(const PortListItem& item);
+  void read(std::string_view text);
+
+  PortNumbers ports;
+  RangeList ranges;
+};
 
 // Replaces the ports and ranges of `mapping` by those of a port list text.
 void readPortList(std::string_view text, tagPortMapping& mapping);
 
-// Reads a port text into `port`, as OrvanePort does.
-void readPort(std::string_view text, OrvanePort& port);
+// The sorted port list text, and the room for it and one separator more.
+std::size_t portListRoom(const tagPortMapping& mapping);
+Pen writePortList(Pen pen, const tagPortMapping& mapping);
 
-// Appends the sorted port list text.
-void appendPortList(std::string& out, const tagPortMapping& mapping);
+// "80,", and the room for it.
+inline constexpr std::size_t kPortRoom = 6;
 
-// Appends "start-end".
-void appendRange(std::string& out, const OrvanePortRange& range);
+inline Pen writePort(Pen pen, unsigned short port) {
+  pen.putNumber(port);
+  pen.put(',');
+  return pen;
+}
+
+// "1000-2000", and the room for it and one separator more.
+inline constexpr std::size_t kRangeRoom = 22;
+
+inline Pen writeRange(Pen pen, const OrvanePortRange& range) {
+  pen.putNumber(range.getStart());
+  pen.put('-');
+  pen.putNumber(range.getEnd());
+  return pen;
+}
 
 // Leaves the result strings of getPortsAsString(), sortPorts() and, when a range was written,
 // getRange() as writing this port list text one by one leaves them.

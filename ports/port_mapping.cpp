@@ -72,8 +72,8 @@ std::set<OrvanePortRange>::iterator OrvanePortMapping::addRange(const OrvanePort
 
 std::string& OrvanePortMapping::getIpAsString() const {
   static std::string text;
-  text.clear();
-  orvane::appendAddress(text, ip.address);
+  orvane::TextBuilder out(text);
+  out.putDown(orvane::writeAddress(out.pen(orvane::kAddressRoom), ip.address));
   return text;
 }
 

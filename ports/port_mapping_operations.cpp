@@ -11,10 +11,7 @@ namespace {
 template <typename Set>
 void insertAll(const Set& from, Set& to) {
   auto place = to.begin();
-  for (const auto& element : from) {
-    place = to.insert(place, element);
-    ++place;
-  }
+  for (const auto& element : from) place = to.insert(place, element);
 }
 
 // Calls `take` for each element of `other` that `own` lacks, in order.
@@ -31,17 +28,19 @@ void forEachMissing(const Set& own, const Set& other, Less less, Take take) {
 
 std::string& OrvanePortMapping::getDiffAsString(const OrvanePortMapping& other) const {
   static std::string text;
-  text.clear();
-  forEachMissing(ports, other.ports, OrvanePortArrayLess(), [](unsigned short port) {
-    if (port == 0) return;
-    orvane::appendSeparator(text, 0);
-    orvane::appendNumber(text, port);
+  orvane::TextBuilder out(text);
+  orvane::Pen pen = out.pen(orvane::portListRoom(other));
+  const char* const begin = pen.place();
+  forEachMissing(ports, other.ports, OrvanePortArrayLess(), [&](unsigned short port) {
+    if (port != 0) pen = orvane::writePort(pen, port);
   });
-  forEachMissing(ranges, other.ranges, OrvaneRangeSetLess(), [](const OrvanePortRange& range) {
+  forEachMissing(ranges, other.ranges, OrvaneRangeSetLess(), [&](const OrvanePortRange& range) {
     if (range.getEnd() == 0) return;
-    orvane::appendSeparator(text, 0);
-    orvane::appendRange(text, range);
+    pen = orvane::writeRange(pen, range);
+    pen.put(',');
   });
+  pen.endList(begin);
+  out.putDown(pen);
   return text;
 }
 

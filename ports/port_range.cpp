@@ -1,5 +1,6 @@
 #include "orvane/port_range.h"
 
+#include <string>
 #include <tuple>
 
 #include "ports/port_list.h"
@@ -16,8 +17,9 @@ void OrvanePortRange::setRange(const char* text) { copy(text); }
 
 char* OrvanePortRange::getRange() const {
   static std::string text;
-  text.clear();
-  orvane::appendRange(text, *this);
+  orvane::TextBuilder out(text);
+  out.putDown(orvane::writeRange(out.pen(orvane::kRangeRoom), *this));
+  out.finish();
   return text.data();
 }
 
@@ -60,8 +62,7 @@ OrvanePort& OrvanePort::operator=(unsigned int number) {
 
 char* OrvanePort::getPortStr() const {
   static std::string text;
-  text.clear();
-  orvane::appendNumber(text, port);
+  text.assign(std::to_string(port));
   return text.data();
 }
 
@@ -82,21 +83,12 @@ bool OrvanePort::operator==(const OrvanePort& other) const {
   return OrvanePortRange::operator==(other);
 }
 
-void OrvanePort::copy(const char* text) { orvane::readPort(orvane::viewOf(text), *this); }
+void OrvanePort::copy(const char* text) {
+  const std::string_view view = orvane::viewOf(text);
+  orvane::setPort({orvane::readRangeText(view), orvane::readNumber(view)}, *this);
+}
 
 void OrvanePort::copy(const OrvanePort& other) {
   OrvanePortRange::copy(other);
   port = other.port;
-}
-
-void orvane::readPort(std::string_view text, OrvanePort& port) {
-  const RangeText range = readRangeText(text);
-  if (range.count > 0) {
-    const auto [start, end] = range.bounds();
-    port.setStart(start);
-    port.setEnd(end);
-  }
-  if (range.isRange()) return;
-  const std::uint32_t number = readNumber(text);
-  if (number >= 1 && number <= 65535) port.setPort(number);
 }

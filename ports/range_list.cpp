@@ -86,8 +86,4 @@ Bounds RangeList::add(Bounds range) {
   return widened;
 }
 
-void RangeList::copyTo(std::set<OrvanePortRange>& ranges) const {
-  for (const Bounds& range : ranges_) ranges.emplace_hint(ranges.end(), range.start, range.end);
-}
-
 }  // namespace orvane

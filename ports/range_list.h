@@ -40,11 +40,12 @@ class RangeList {
   // Adds one range as addRange() does for a set; returns the range whose ports are swallowed.
   Bounds add(Bounds range);
 
-  // Fills an empty set.
-  void copyTo(std::set<OrvanePortRange>& ranges) const;
+  // The ranges, by their ends.
+  auto begin() const { return ranges_.begin(); }
+  auto end() const { return ranges_.end(); }
 
  private:
-  static constexpr std::size_t kShortList = 32;
+  static constexpr std::size_t kShortList = 64;
 
   alignas(Bounds) std::array<std::byte, kShortList * sizeof(Bounds)> room_;
   std::pmr::monotonic_buffer_resource memory_{room_.data(), room_.size()};

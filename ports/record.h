@@ -30,6 +30,10 @@ class Record {
     return record;
   }
 
+  static std::optional<Record> split(std::string_view bytes) {
+    return split(std::span(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()));
+  }
+
   // The extent of a record that the caller guarantees to be whole; a null one is like an empty one.
   static std::span<const unsigned char> trusted(const unsigned char* record) {
     static constexpr unsigned char kEmpty = 0;

@@ -1,22 +1,21 @@
 #include "ports/section_lines.h"
 
-#include <algorithm>
-
 namespace orvane {
 
 SectionLine SectionLines::next() {
-  while (!rest_.empty()) {
-    const std::size_t lineEnd = std::min(rest_.find('\n'), rest_.size());
-    const std::string_view line = rest_.substr(0, lineEnd);
-    rest_.remove_prefix(std::min(lineEnd + 1, rest_.size()));
-    if (line.empty()) continue;
-    const std::size_t equals = line.find('=');
-    if (equals == std::string_view::npos) return SectionLine::kTerminator;
-    key_ = line.substr(0, equals);
-    value_ = line.substr(equals + 1);
-    return SectionLine::kPair;
-  }
-  return SectionLine::kEnd;
+  const char* line = rest_.data();
+  const char* const end = line + rest_.size();
+  while (line != end && *line == '\n') ++line;
+  const char* keyEnd = line;
+  while (keyEnd != end && *keyEnd != '=' && *keyEnd != '\n') ++keyEnd;
+  const auto valueEnd = std::string_view(keyEnd, end).find('\n');
+  const char* const lineEnd = valueEnd == std::string_view::npos ? end : keyEnd + valueEnd;
+  rest_ = std::string_view(lineEnd, end);
+  if (line == end) return SectionLine::kEnd;
+  if (keyEnd == lineEnd) return SectionLine::kTerminator;
+  key_ = std::string_view(line, keyEnd);
+  value_ = std::string_view(keyEnd + 1, lineEnd);
+  return SectionLine::kPair;
 }
 
 }  // namespace orvane

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 namespace orvane {
@@ -21,9 +22,28 @@ class SectionLines {
   // Advances to the next line.
   SectionLine next();
 
+  // Advances to the next line if that is a pair with this very key, which has no "=" or "\n" in it.
+  bool nextIs(std::string_view key) {
+    const char* line = rest_.data();
+    const char* const end = line + rest_.size();
+    if (line != end && *line == '\n') ++line;
+    if (static_cast<std::size_t>(end - line) <= key.size() || line[key.size()] != '=') return false;
+    if (std::memcmp(line, key.data(), key.size()) != 0) return false;
+    const char* const value = line + key.size() + 1;
+    const void* const newline = std::memchr(value, '\n', static_cast<std::size_t>(end - value));
+    const char* const lineEnd = newline != nullptr ? static_cast<const char*>(newline) : end;
+    key_ = key;
+    value_ = std::string_view(value, lineEnd);
+    rest_ = std::string_view(lineEnd, end);
+    return true;
+  }
+
   // The parts of the current pair, split at its first "=".
   std::string_view key() const { return key_; }
   std::string_view value() const { return value_; }
+
+  // How much of the text is yet to be read.
+  std::size_t left() const { return rest_.size(); }
 
  private:
   std::string_view rest_;
@@ -38,7 +58,7 @@ constexpr unsigned char foldCase(char c) {
 }
 
 inline bool equalIgnoringCase(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, {}, foldCase, foldCase);
+  return a == b || std::ranges::equal(a, b, {}, foldCase, foldCase);
 }
 
 // The values of the known keys of one group. The first of a key wins; other keys are passed over.
@@ -46,12 +66,25 @@ inline bool equalIgnoringCase(std::string_view a, std::string_view b) {
 template <std::size_t kKeys>
 class SectionGroup {
  public:
-  explicit SectionGroup(const std::array<std::string_view, kKeys>& names) : names_(names) {}
+  explicit SectionGroup(const std::array<std::string_view, kKeys>& names) : names_(names) {
+    for (std::size_t i = 0; i < kKeys; ++i) {
+      if (names_[i].empty() || names_[i].find_first_of("=\n") != std::string_view::npos) {
+        simpleNames_ = false;
+      }
+      for (std::size_t j = 0; j < i; ++j) {
+        if (equalIgnoringCase(names_[i], names_[j])) simpleNames_ = false;
+      }
+    }
+  }
 
   // Reads the next closed group of `lines`; false when there is none.
   bool read(SectionLines& lines) {
     values_.fill({});
     for (;;) {
+      if (simpleNames_ && lines.nextIs(names_[expected_])) {
+        take(expected_, lines.value());
+        continue;
+      }
       switch (lines.next()) {
         case SectionLine::kPair:
           take(lines.key(), lines.value());
@@ -70,15 +103,21 @@ class SectionGroup {
   std::string_view operator[](std::size_t key) const { return values_[key]; }
 
  private:
-  void take(std::string_view key, std::string_view value) {
-    for (std::size_t candidate = 0; candidate < kKeys; ++candidate) {
-      if (holds(candidate) || !equalIgnoringCase(key, names_[candidate])) continue;
-      values_[candidate] = value;
+  void take(std::size_t key, std::string_view value) {
+    if (!holds(key)) values_[key] = value;
+    expected_ = key + 1 < kKeys ? key + 1 : 0;
+  }
+
+  void take(std::string_view name, std::string_view value) {
+    for (std::size_t key = 0; key < kKeys; ++key) {
+      if (equalIgnoringCase(name, names_[key])) take(key, value);
     }
   }
 
   const std::array<std::string_view, kKeys>& names_;
   std::array<std::string_view, kKeys> values_;
+  bool simpleNames_ = true;   // they all differ, and each can be a key
+  std::size_t expected_ = 0;  // keys mostly come in one order, so the next one is tried first
 };
 
 }  // namespace orvane

@@ -47,11 +47,4 @@ std::optional<std::uint32_t> readAddress(std::string_view text) {
   }
 }
 
-void appendAddress(std::string& out, std::uint32_t address) {
-  for (int shift = 24; shift >= 0; shift -= 8) {
-    appendNumber(out, address >> shift & 0xFF);
-    if (shift != 0) out.push_back('.');
-  }
-}
-
 }  // namespace orvane

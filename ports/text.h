@@ -3,14 +3,16 @@
 #ifndef ORVANE_PORTS_TEXT_H_
 #define ORVANE_PORTS_TEXT_H_
 
-#include <array>
 #include <charconv>
 #include <concepts>
 #include <cstdint>
+#include <cstring>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace orvane {
 
@@ -18,6 +20,35 @@ namespace orvane {
 inline std::string_view viewOf(const char* text) {
   return text != nullptr ? std::string_view(text) : std::string_view();
 }
+
+// The text in a field of characters, up to its NUL; a caller may have filled the whole field.
+template <std::size_t kSize>
+std::string_view fieldText(const char (&field)[kSize]) {
+  const void* const nul = std::memchr(field, 0, kSize);
+  return {field, nul != nullptr ? static_cast<const char*>(nul) : field + kSize};
+}
+
+// A caller's text that holds while a vector changes, although it may be the text of one of its
+// elements.
+class HeldText {
+ public:
+  template <typename Element>
+  HeldText(std::string_view text, const std::vector<Element>& elements) : view_(text) {
+    const auto* const begin = reinterpret_cast<const char*>(elements.data());
+    const char* const end = begin + elements.size() * sizeof(Element);
+    if (std::less_equal<>()(begin, text.data()) && std::less<>()(text.data(), end)) {
+      view_ = copy_.emplace(text);
+    }
+  }
+  HeldText(const HeldText&) = delete;
+  HeldText& operator=(const HeldText&) = delete;
+
+  std::string_view view() const { return view_; }
+
+ private:
+  std::optional<std::string> copy_;
+  std::string_view view_;
+};
 
 // Advances `rest` past the next token, a maximal run of other characters than `delimiter`, and
 // stores it in `token`. False when there is none left.
@@ -65,21 +96,84 @@ RangeText readRangeText(std::string_view text);
 // than four parts.
 std::optional<std::uint32_t> readAddress(std::string_view text);
 
-// Appends a number in plain decimal.
-template <std::integral Number>
-void appendNumber(std::string& out, Number number) {
-  std::array<char, 12> digits;  // "-2147483648" is the longest of 32 bits
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-  out.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
-}
+// The most characters that a number of 32 bits takes: "-2147483648".
+inline constexpr std::size_t kNumberRoom = 11;
 
-// Appends ",", unless `out` is still as long as it was when the list began.
-inline void appendSeparator(std::string& out, std::size_t listBegin) {
-  if (out.size() != listBegin) out.push_back(',');
-}
+// Writes to memory that suffices. It is handed on by value: a local one stays in a register, while
+// anything that text is written through memory to has to be looked up again for every piece.
+class Pen {
+ public:
+  explicit Pen(char* next) : next_(next) {}
 
-// Appends the dotted decimal form of an address.
-void appendAddress(std::string& out, std::uint32_t address);
+  // Where it writes next.
+  char* place() const { return next_; }
+
+  void put(char c) { *next_++ = c; }
+
+  void put(std::string_view piece) {
+    std::memcpy(next_, piece.data(), piece.size());
+    next_ += piece.size();
+  }
+
+  // A number in plain decimal.
+  template <std::integral Number>
+  void putNumber(Number number) {
+    next_ = std::to_chars(next_, next_ + kNumberRoom, number).ptr;
+  }
+
+  // Ends a list that began at `begin` and has a separator after each item: takes back the last one.
+  void endList(const char* begin) {
+    if (next_ != begin) --next_;
+  }
+
+ private:
+  char* next_;
+};
+
+// Writes a text into a string, which holds it when the builder is finished or destroyed.
+class TextBuilder {
+ public:
+  explicit TextBuilder(std::string& text) : text_(text) { text_.clear(); }
+  TextBuilder(const TextBuilder&) = delete;
+  TextBuilder& operator=(const TextBuilder&) = delete;
+  ~TextBuilder() { finish(); }
+
+  // The string with all that is written so far.
+  const std::string& finish() {
+    text_.resize(size_);
+    return text_;
+  }
+
+  std::size_t size() const { return size_; }
+
+  // What is written from `begin` to `end`; holds until more is written.
+  std::string_view view(std::size_t begin, std::size_t end) const {
+    return {text_.data() + begin, end - begin};
+  }
+
+  // A pen at the end, for at most `most` characters; they count once it is put down.
+  Pen pen(std::size_t most) {
+    if (text_.size() - size_ < most) text_.resize(size_ + most);
+    return Pen(text_.data() + size_);
+  }
+  void putDown(Pen pen) { size_ = static_cast<std::size_t>(pen.place() - text_.data()); }
+
+ private:
+  std::string& text_;
+  std::size_t size_ = 0;
+};
+
+// The dotted decimal form of an address, and the room for it.
+inline constexpr std::size_t kAddressRoom = 15;
+
+inline Pen writeAddress(Pen pen, std::uint32_t address) {
+  for (const int shift : {24, 16, 8}) {
+    pen.putNumber(address >> shift & 0xFF);
+    pen.put('.');
+  }
+  pen.putNumber(address & 0xFF);
+  return pen;
+}
 
 }  // namespace orvane
 

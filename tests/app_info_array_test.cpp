@@ -81,6 +81,11 @@ TEST(AppInfoArray, AppendsSections) {
     again.setSection(text.c_str());
     EXPECT_EQ(again.getSection(true), text);
   }
+  OrvaneAppInfoArray own;
+  own.add(OrvaneAppInfo());
+  own.begin()->setFQN("UPID=1\n;\nUPID=2\n;\n");
+  own.setSection(own.begin()->getFQN());  // which moves as entries are added
+  EXPECT_EQ(own.find(2), own.begin() + 2);
 }
 
 TEST(AppInfoArray, ListsAndCountsPorts) {

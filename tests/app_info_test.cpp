@@ -172,7 +172,9 @@ TEST(AppInfo, TakesWhatAnApplicationDefines) {
       item.setIp(address);
       application.addItem(item);
     }
-    OrvaneAppInfo entry = makeOld();
+    OrvaneAppInfo entry;
+    entry = {};  // can only mean a default entry
+    entry = makeOld();
     entry.setFQN(std::string(40, 'x').c_str());
     entry = application;
     EXPECT_EQ(entry.getSection(false), sectionOf(c.values));

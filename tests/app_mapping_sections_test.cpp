@@ -47,6 +47,14 @@ TEST(AppMappingSections, AreRead) {
     mapping.setSection(text);
     EXPECT_EQ(show(mapping), shown);
   }
+  OrvaneAppMapping mapping;
+  mapping.addEx(makeApplication(9, "UPID=1\n;\nUPID=2\n;\nUPID=3\n;\n"));
+  mapping.setSection(mapping.front().getName());  // which goes with its application
+  EXPECT_EQ(mapping.size(), 3);
+  std::string text;
+  while (text.size() < 80000) text += ";\n";
+  mapping.setSection(text.c_str());
+  EXPECT_EQ(mapping.size(), 40000);  // more than the identifiers that one second has
 }
 
 TEST(AppMappingSections, AreReadLikeTheirGroupsOneByOne) {
@@ -54,8 +62,13 @@ TEST(AppMappingSections, AreReadLikeTheirGroupsOneByOne) {
   for (int round = 0; round < 2000; ++round) {
     std::string text;
     OrvaneAppMapping groupByGroup;
-    for (unsigned int groups = random.below(8); groups > 0; --groups) {
-      const std::string group = random.group();
+    const bool many = round % 200 == 0;  // items of two applications
+    for (unsigned int groups = many ? 400 : random.below(8); groups > 0; --groups) {
+      std::string group = random.group();
+      if (many) {
+        group.insert(0, "UPID=" + std::to_string(random.below(2)) +
+                            "\nIPv4=" + std::to_string(random.below(500)) + "\n");
+      }
       OrvaneApplication application;
       application.setSection(group.c_str());
       groupByGroup.add(application);
@@ -63,6 +76,10 @@ TEST(AppMappingSections, AreReadLikeTheirGroupsOneByOne) {
     }
     OrvaneAppMapping atOnce = random.mapping();
     atOnce.setSection(text.c_str());
+    ASSERT_EQ(show(atOnce), show(groupByGroup)) << text;
+    if (!many) continue;
+    for (const OrvanePortMapping& item : atOnce[1].getItems()) groupByGroup[0].addItem(item);
+    atOnce[0].update(atOnce[1]);
     ASSERT_EQ(show(atOnce), show(groupByGroup)) << text;
   }
 }

@@ -94,7 +94,7 @@ class Generator {
 
   void fill(std::set<OrvaneSock>& sockets) {
     const bool carryRanges = pick(2) != 0;
-    for (auto n = pick(8); n > 0; --n) {
+    for (auto n = pick(200) == 0 ? 600 : pick(8); n > 0; --n) {
       OrvaneSock socket;
       socket.address = kAddress - 1 + pick(3);
       if (carryRanges && pick(3) != 0) socket.port = range();

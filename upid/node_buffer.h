@@ -61,10 +61,12 @@ inline UPID_TREE_NODE_S readNode(const char* bytes) {
 }
 
 inline void writeNode(const UPID_TREE_NODE_S& node, char* bytes) {
-  UPID_TREE_NODE_S record = node;
-  convertWords(record);
-  std::memcpy(bytes, &record, kNodeSize);
-  std::memset(bytes + offsetof(UPID_TREE_NODE_S, reserved), 0, sizeof record.reserved);
+  std::memcpy(bytes, static_cast<const void*>(&node), kNodeSize);
+  std::memset(bytes + offsetof(UPID_TREE_NODE_S, reserved), 0, sizeof node.reserved);
+  if constexpr (std::endian::native == std::endian::big) {
+    const UPID_TREE_NODE_S record = readNode(bytes);
+    std::memcpy(bytes, &record, kNodeSize);
+  }
 }
 
 // Writes the nodes that `nodeOf` finds in the elements of `nodes`, and returns the bytes written,

@@ -1,6 +1,8 @@
 #include "orvane/upid_array.h"
 
 #include <algorithm>
+#include <cstring>
+#include <string_view>
 
 #include "upid/node_buffer.h"
 
@@ -42,8 +44,9 @@ int OrvaneUpidArray::getBufferLength() const {
 // A byte of 0x80 or above spoils a name; what follows the first NUL is not part of it.
 bool OrvaneUpidArray::checkName(const char* name) {
   if (name == nullptr) return false;
-  const char* const end = name + sizeof UPID_TREE_NODE_S::name;
-  const char* const stop = std::find_if(
-      name, end, [](char byte) { return byte == 0 || static_cast<unsigned char>(byte) >= 0x80; });
-  return stop == end || *stop == 0;
+  unsigned char seen = 0;
+  for (const char byte : std::string_view(name, strnlen(name, sizeof UPID_TREE_NODE_S::name))) {
+    seen |= static_cast<unsigned char>(byte);
+  }
+  return seen < 0x80;
 }

@@ -1,7 +1,10 @@
 #include "orvane/upid_tree.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <functional>
+#include <numeric>
 #include <vector>
 
 #include "upid/node_buffer.h"
@@ -28,6 +31,36 @@ Children childrenOf(const OrvaneUpidTree& tree, unsigned int upid) {
     if (next != 0 || counted) children.emplace_back(child->second);
   }
   return children;
+}
+
+// Sorts keys by their upper half, eleven bits at a time; equal ones keep their order.
+void sortByUpperHalf(std::vector<std::uint64_t>& keys) {
+  constexpr std::size_t kDigits = 1 << 11;
+  std::vector<std::uint64_t> sorted(keys.size());
+  for (const int shift : {32, 43, 54}) {
+    const auto digit = [=](std::uint64_t key) { return key >> shift & (kDigits - 1); };
+    std::array<std::size_t, kDigits> place = {};
+    for (const std::uint64_t key : keys) ++place[digit(key)];
+    std::exclusive_scan(place.begin(), place.end(), place.begin(), std::size_t{0});
+    for (const std::uint64_t key : keys) sorted[place[digit(key)]++] = key;
+    keys.swap(sorted);
+  }
+}
+
+std::uint32_t upidAt(const char* record) { return orvane::readWord(record); }
+
+// Calls take(record) for each record of a node buffer in ascending order of UPIDs; those with one
+// UPID stay in the order of the buffer.
+template <typename Take>
+void forEachSorted(std::span<const char> records, Take take) {
+  std::vector<std::uint64_t> keys(records.size() / orvane::kNodeSize);  // UPID, then place
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    keys[i] = std::uint64_t{upidAt(records.data() + i * orvane::kNodeSize)} << 32 | i;
+  }
+  sortByUpperHalf(keys);
+  for (const std::uint64_t key : keys) {
+    take(records.data() + static_cast<std::uint32_t>(key) * orvane::kNodeSize);
+  }
 }
 
 }  // namespace
@@ -65,11 +98,18 @@ bool OrvaneUpidTree::setBufferChecked(std::span<const char> buffer) {
     word = orvane::readWord(next);
     next += sizeof word;
   }
-  for (const char* const last = next + count * orvane::kNodeSize; next != last;
-       next += orvane::kNodeSize) {
-    const UPID_TREE_NODE_S record = orvane::readNode(next);
-    try_emplace(end(), record.upid, &record);  // mostly they come ascending
+  auto place = end();
+  const auto add = [&](const char* record) {
+    const UPID_TREE_NODE_S node = orvane::readNode(record);
+    place = try_emplace(place, node.upid, &node);
+  };
+  // Mostly they come ascending; the rest are sorted, so that each has its place beside the last.
+  const char* const last = next + count * orvane::kNodeSize;
+  for (const char* previous = next; next != last; previous = next, next += orvane::kNodeSize) {
+    if (upidAt(next) < upidAt(previous)) break;
+    add(next);
   }
+  if (next != last) forEachSorted({next, last}, add);
   return true;
 }
 

@@ -1,6 +1,7 @@
 #ifndef ORVANE_APP_INFO_H_
 #define ORVANE_APP_INFO_H_
 
+#include <concepts>
 #include <set>
 #include <span>
 
@@ -25,12 +26,14 @@ enum tagAppInfoPortType : int {
 /// ascending by their end. It takes no second range with the same end; the first one stays.
 ///
 /// A section text is eight lines "key=value\n", in this order: Version, PortType, UPID, PortRange,
-/// Reserved1, Reserved2, Reserved3, FQN; then, when it is terminated, ";\n".
+/// Reserved1, Reserved2, Reserved3, FQN; then, when it is terminated, ";\n". The port type is
+/// written as a signed number, the others are unsigned.
 ///
 /// Every operation that writes a text returns a text of its own, one per operation for the whole
 /// process. It is never null and holds until that operation runs again for any entry, also within
-/// another operation. Those that write ports replace the texts of OrvanePort::getPortStr() and
-/// OrvanePortRange::getRange() too. Calls from several threads must be serialised by the caller.
+/// another operation. Where one writes a single port it replaces the text of
+/// OrvanePort::getPortStr() too, and where one writes a range as such that of
+/// OrvanePortRange::getRange(). Calls from several threads must be serialised by the caller.
 class ORVANE_EXPORT OrvaneAppInfo {
  public:
   /// The keys of a section text, in the order given above, looked up anew by each operation that
@@ -52,7 +55,11 @@ class ORVANE_EXPORT OrvaneAppInfo {
   /// Takes what an application defines: the UPID, port type 1 if its selector type is 1 and 2
   /// otherwise, version and reserved numbers 0, and the 32 bytes of its name, while the bytes of
   /// FQN after them stay; then addPorts(), so the ports that the entry has stay as well.
-  OrvaneAppInfo& operator=(const OrvaneApplication& application);
+  /// (A template, so that `entry = {}` can only mean a default entry.)
+  template <std::derived_from<OrvaneApplication> Application>
+  OrvaneAppInfo& operator=(const Application& application) {
+    return assign(application);
+  }
 
   /// @name Fields
   /// @{
@@ -112,11 +119,11 @@ class ORVANE_EXPORT OrvaneAppInfo {
   /// Reads an entry record: eight NUL-terminated texts back to back, in the order of the section
   /// text. All fields are set; an empty text gives 0, no ports or an empty name. A null record, or
   /// one whose first byte is 0, changes nothing.
-  /// REQUIRES: `record` holds eight NULs; it is read up to the eighth.
+  /// REQUIRES: `record` holds eight NULs, unless its first byte is 0; it is read up to the eighth.
   void setValues(const unsigned char* record);
 
   /// setValues() that stays inside `record`: false, and nothing changes, when the eighth NUL is
-  /// missing there. Bytes after it are ignored.
+  /// missing there, unless its first byte is 0. Bytes after it are ignored.
   bool setValuesChecked(std::span<const unsigned char> record);
 
   /// Sets the fields that the sections of a NUL-terminated section text name, section by section
@@ -133,6 +140,8 @@ class ORVANE_EXPORT OrvaneAppInfo {
 
  private:
   friend struct orvane::AppInfoAccess;
+
+  OrvaneAppInfo& assign(const OrvaneApplication& application);
 
   unsigned int version = 0;
   tagAppInfoPortType portType = kOrvanePortTypeDefault;

@@ -39,7 +39,7 @@ class ORVANE_EXPORT OrvaneAppInfoArray {
   virtual ~OrvaneAppInfoArray();
 
   /// @name Entries
-  /// Pointers hold until an entry is next added.
+  /// Pointers hold until an entry is next added or the catalogue is assigned to.
   /// @{
 
   /// Appends a copy, whether or not there is an entry with its UPID.
@@ -47,11 +47,12 @@ class ORVANE_EXPORT OrvaneAppInfoArray {
 
   /// Appends a default entry that reads a record (see OrvaneAppInfo::setValues()). A null record,
   /// or one whose first byte is 0, appends nothing.
-  /// REQUIRES: `record` holds eight NULs; it is read up to the eighth.
+  /// REQUIRES: `record` holds eight NULs, unless its first byte is 0; it is read up to the eighth.
   void add(const unsigned char* record);
 
   /// add(record) that stays inside `record`: false, and nothing changes, when the eighth NUL is
-  /// missing there. Bytes after it are ignored.
+  /// missing there, unless its first byte is 0 (then true, and nothing is appended). Bytes after
+  /// the eighth NUL are ignored.
   bool addChecked(std::span<const unsigned char> record);
 
   /// The first entry with that UPID; end() when there is none.

@@ -14,7 +14,8 @@
 /// index and size it as the vector that it is.
 ///
 /// The key of an application is its UPID, or, for a new application (kOrvaneNoUpid), its
-/// identifier. Nothing keeps keys unique; every look-up takes the first match in order.
+/// identifier, which is looked up among all applications, those with a UPID included. Nothing keeps
+/// keys unique; every look-up takes the first match in order.
 ///
 /// Operations that return OrvaneApplication* return the end position when nothing matches; compare
 /// it with end(). Pointers hold until the collection next changes.
@@ -139,8 +140,9 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
   /// Replaces the applications by those of a NUL-terminated mapping section text; a null or empty
   /// text leaves none. Each closed group gives a default application with one item (see
   /// OrvaneApplication::setSection()), which is added as add() does: so the groups of one UPID, or
-  /// of one GroupID without UPID, are united under the fields of the first. Pairs after the last
-  /// terminator line are dropped.
+  /// of one GroupID without UPID, are united under the fields of the first. A group with neither
+  /// gives an application of its own, with an identifier that none before it has. Pairs after the
+  /// last terminator line are dropped.
   void setSection(const char* text);
   /// @}
 };

@@ -18,7 +18,8 @@ enum tagSelectorType : int {
 
 /// What a section text says is to be done with an application or item.
 enum tagActionType : int {
-  kOrvaneActionNone = 0,     ///< default; updated sections leave the application out
+  kOrvaneActionNone = 0,     ///< default; the updated section of a mapping leaves out what is gone
+                             ///< or new with it
   kOrvaneActionAdd = 1,      ///< a new application
   kOrvaneActionDelete = 2,   ///< withdraw the last item and with it the application
   kOrvaneActionRemove = 3,   ///< withdraw an item, or an old state
@@ -93,8 +94,11 @@ class ORVANE_EXPORT OrvaneApplication : public tagApplication {
 
   void setUpid(unsigned int value) { upid = value; }
   void setType(tagSelectorType value) { type = value; }
+  void setType(int) = delete;  // a plain 0 would be a null text
   void setAction(tagActionType value) { action = value; }
+  void setAction(int) = delete;  // a plain 0 would be a null text
   void setAppCategory(tagApMCategory value) { appCategory = value; }
+  void setAppCategory(int) = delete;  // a plain 0 would be a null text
   void setListIndex(int index) { listIndex = index; }
   void setID(int value) { id = value; }
 

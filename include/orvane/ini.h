@@ -47,10 +47,12 @@ class ORVANE_EXPORT OrvaneIni {
 
   /// The text of a section, counted from 0: its pairs ordered by IniKeyLess, each as a line
   /// "key=value", then the line ";" when `terminate` is true. A negative or too large index throws
-  /// std::out_of_range with the message "invalid vector<T> subscript".
+  /// std::out_of_range with the message "invalid vector<T> subscript", which is how a caller that
+  /// counts up meets the end.
   ///
   /// The text is never null. It belongs to the operation, one for the whole process, and holds
-  /// until getSection() runs again for any OrvaneIni.
+  /// until getSection() runs again for any OrvaneIni. Calls from several threads must be serialised
+  /// by the caller.
   char* getSection(int index, bool terminate) const;
 
  private:

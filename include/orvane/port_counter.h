@@ -43,6 +43,10 @@ class ORVANE_EXPORT OrvaneSock : public tagSock {
 /// Texts in are NUL-terminated port list texts (see OrvanePortMapping), read as a whole before
 /// anything is taken from them: so the ranges of one text are merged with each other, not with
 /// those registered before. Items that cannot be read are skipped; a null text changes nothing.
+///
+/// Checks that replace a text write to it although they are const: calls of those from several
+/// threads must be serialised by the caller. The other checks may run at once while nothing is
+/// registered or removed.
 class ORVANE_EXPORT OrvanePortCounter {
  public:
   /// Nothing in use.
@@ -108,7 +112,8 @@ class ORVANE_EXPORT OrvanePortCounter {
   /// @name Sockets of one address
   /// @{
 
-  /// Whether the address has a socket with that port number.
+  /// Whether the address has a socket with that port number. Port 0 stands for the range 0 to 0:
+  /// it finds a socket without port number whose range ends at 0.
   bool checkSocket(unsigned int address, unsigned short port) const;
 
   /// Whether the address has a socket that stands for a range with the same end. Sockets made by

@@ -87,6 +87,7 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   void setIp(unsigned int address) { ip.address = address; }
   void setUniqueBlockNumber(unsigned int number) { uniqueBlockNumber = number; }
   void setSelectorInfo(tagSelectorInfo info) { selectorInfo = info; }
+  void setSelectorInfo(int) = delete;  // a plain 0 would be a null text
   void setListIndex(int index) { listIndex = index; }
   void setID(int value) { id = value; }
   /// @}
@@ -141,8 +142,8 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   /// @name Text out
   /// @{
 
-  /// The port list text: ports and ranges in the order of sortPorts(). Replaces the texts of
-  /// sortPorts() and OrvanePortRange::getRange() too.
+  /// The port list text: ports and ranges in the order of sortPorts(). Replaces the text of
+  /// sortPorts() too and, when there are ranges, that of OrvanePortRange::getRange().
   std::string& getPortsAsString() const;
 
   /// The items of a port list text, unchanged, sorted by their leading number as signed 32-bit

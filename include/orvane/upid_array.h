@@ -39,8 +39,8 @@ class ORVANE_EXPORT OrvaneUpidArray : public std::vector<OrvaneUpidNode> {
   bool setBufferChecked(std::span<const char> buffer);
 
   /// Writes every node as a node buffer and returns the bytes that this takes, getBufferLength();
-  /// into a null buffer nothing is written. Shows the last node where OrvaneUpidNode::get() does.
-  /// REQUIRES: room for 72 bytes per node.
+  /// into a null buffer nothing is written. Leaves the last node, if any, in the record that
+  /// OrvaneUpidNode::get() returns. REQUIRES: room for 72 bytes per node.
   unsigned int getBuffer(char* buffer) const;
 
   /// getBuffer() that stays inside `buffer`: the bytes written, or nothing, and nothing is written,

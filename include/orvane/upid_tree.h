@@ -15,8 +15,9 @@
 /// A tree buffer is a header of nine words followed by records of 72 bytes (see UPID_TREE_NODE_S);
 /// a node buffer is records alone. All words are little-endian, no alignment is needed.
 ///
-/// The operations that write a buffer show the last node that they write where
-/// OrvaneUpidNode::get() does.
+/// The operations that write a buffer leave the last node that they write, if any, in the record
+/// that OrvaneUpidNode::get() returns. What the map brings along leaves the header as it is:
+/// clear() and swap() deal with the nodes alone.
 class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNode> {
  public:
   /// No nodes, and a header of zeros.
@@ -39,7 +40,7 @@ class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNod
   void add(const OrvaneUpidNode& node);
 
   /// The node with that UPID. When there is none, a cleared node that is none of the tree's nodes:
-  /// what is written to it is lost at the next such look-up.
+  /// what is written to it, its reserved word aside, is lost at the next such look-up.
   OrvaneUpidNode& get(unsigned int upid);
   const OrvaneUpidNode& get(unsigned int upid) const;
 
@@ -77,10 +78,11 @@ class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNod
   /// Writes the children of the node with that UPID as a node buffer: its first child, that one's
   /// sibling and so on. A node that the tree lacks, and one whose first child is 0, has none.
   ///
-  /// When the parent counts its children, that is the most that is written. When its count is 0,
-  /// the chain ends in a closing node, the one whose sibling is 0, which is not written. The chain
-  /// also ends at a sibling that the tree lacks, and after as many records as the tree has nodes.
-  /// A null buffer is ignored. REQUIRES: room for 72 bytes per child.
+  /// When the parent counts its children, that is the most that is written, the one whose sibling
+  /// is 0 included. When its count is 0, the chain ends in a closing node, the one whose sibling is
+  /// 0, which is not written. The chain also ends at a sibling that the tree lacks, and after as
+  /// many records as the tree has nodes. A null buffer is ignored. REQUIRES: room for 72 bytes per
+  /// child, or, for a chain that is not known to be sound, per node of the tree.
   void getChildrenBuffer(unsigned int upid, char* buffer) const;
 
   /// getChildrenBuffer() that stays inside `buffer`: the bytes written, or nothing, and nothing is
