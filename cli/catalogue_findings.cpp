@@ -1,5 +1,5 @@
-#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <map>
 #include <set>
 
@@ -78,48 +78,36 @@ constexpr std::array<KnownKey, 8> kEntryKeys = {{
     {"FQN", checkEntryName},
 }};
 
-// Keys that only one of the two kinds of text has.
-constexpr std::array<std::string_view, 6> kCatalogueKeys = {"Version",   "PortType",  "Reserved1",
-                                                            "Reserved2", "Reserved3", "FQN"};
-constexpr std::array<std::string_view, 7> kMappingKeys = {
-    "IPv4",   "Action", "SelectorType", "ApplName", "UniqueBlockNumber", "SelectorTypeInfo",
-    "GroupID"};
-
-template <typename Keys>
-std::ptrdiff_t count(const SectionGroup& group, const Keys& keys) {
-  return std::ranges::count_if(group.pairs, [&](const SectionPair& pair) {
-    return std::ranges::any_of(keys, [&](std::string_view key) { return sameKey(key, pair.key); });
-  });
-}
-
 }  // namespace
 
 bool isCatalogue(std::string_view sectionText) {
   SectionReader reader(sectionText);
-  SectionGroup group;
-  std::ptrdiff_t balance = 0;
+  GroupLines group;
+  std::ptrdiff_t balance = 0;  // keys of both kinds cancel out
   bool closed = true;
   while (closed) {
     closed = reader.next(group);
-    balance += count(group, kCatalogueKeys) - count(group, kMappingKeys);
+    for (const SectionPair& pair : group.pairs) {
+      if (findKey(kEntryKeys, pair.key) != nullptr) ++balance;
+      if (isMappingKey(pair.key)) --balance;
+    }
   }
   return balance > 0;
 }
 
 Findings catalogueFindingsOf(std::string_view sectionText) {
   std::map<unsigned int, std::size_t> firstLine;  // of each UPID
-  return checkGroups(
-      sectionText, kEntryKeys, "an entry without UPID and ports",
-      [&](const SectionGroup& /*group*/, const TakenPairs& pairs, Findings& findings) {
-        const SectionPair* const upid = pairs.find("UPID");
-        if (upid == nullptr) return;
-        const unsigned int number = readWritten(upid->value).value;
-        const auto [first, isNew] = firstLine.try_emplace(number, upid->line);
-        if (isNew) return;
-        addNote(findings, upid->line, "repeated-upid",
-                "UPID " + std::to_string(number) + " has an entry at line " +
-                    std::to_string(first->second) + ", which look-ups take");
-      });
+  return checkGroups(sectionText, kEntryKeys, "an entry without UPID and ports",
+                     [&](const GroupLines& /*group*/, const TakenPairs& pairs, Findings& findings) {
+                       const SectionPair* const upid = pairs.find("UPID");
+                       if (upid == nullptr) return;
+                       const unsigned int number = readWritten(upid->value).value;
+                       const auto [first, isNew] = firstLine.try_emplace(number, upid->line);
+                       if (isNew) return;
+                       addNote(findings, upid->line, "repeated-upid",
+                               "UPID " + std::to_string(number) + " has an entry at line " +
+                                   std::to_string(first->second) + ", which look-ups take");
+                     });
 }
 
 }  // namespace orvane::cli

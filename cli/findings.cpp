@@ -37,7 +37,7 @@ constexpr std::array<KnownKey, 9> kApplicationKeys = {{
 // The applications read so far, to see what a further group of one cannot add to it.
 class HeldApplications {
  public:
-  void add(const SectionGroup& group, const TakenPairs& pairs, Findings& findings) {
+  void add(const GroupLines& group, const TakenPairs& pairs, Findings& findings) {
     OrvaneApplication application;
     application.setSection(std::string(group.text).c_str());
     const bool isNew = application.getUpid() == kOrvaneNoUpid;
@@ -99,10 +99,12 @@ class HeldApplications {
 
 }  // namespace
 
+bool isMappingKey(std::string_view key) { return findKey(kApplicationKeys, key) != nullptr; }
+
 Findings findingsOf(std::string_view sectionText) {
   HeldApplications applications;
   return checkGroups(sectionText, kApplicationKeys, "a nameless application without ports",
-                     [&](const SectionGroup& group, const TakenPairs& pairs, Findings& findings) {
+                     [&](const GroupLines& group, const TakenPairs& pairs, Findings& findings) {
                        applications.add(group, pairs, findings);
                      });
 }

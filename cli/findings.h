@@ -35,6 +35,9 @@ Findings findingsOf(std::string_view sectionText);
 // The findings of a catalogue text, by line.
 Findings catalogueFindingsOf(std::string_view sectionText);
 
+// Whether a mapping section text has that key.
+bool isMappingKey(std::string_view key);
+
 // Whether a section text is a catalogue rather than a mapping, by the keys that only one of them
 // has.
 bool isCatalogue(std::string_view sectionText);

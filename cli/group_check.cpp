@@ -8,7 +8,7 @@
 namespace orvane::cli {
 namespace {
 
-void checkTerminator(const SectionGroup& group, const TakenPairs& pairs,
+void checkTerminator(const GroupLines& group, const TakenPairs& pairs,
                      const std::string& emptyGroup, Findings& findings) {
   const std::size_t line = group.terminatorLine;
   if (group.terminator != ";" && group.terminator != ";\r") {
@@ -41,17 +41,18 @@ void checkCarriageReturns(std::string_view text, Findings& findings) {
 
 }  // namespace
 
-bool sameKey(std::string_view a, std::string_view b) {
+const KnownKey* findKey(std::span<const KnownKey> keys, std::string_view name) {
   const IniKeyLess less;
-  return !less(a, b) && !less(b, a);
+  const auto found = std::ranges::find_if(
+      keys, [&](const KnownKey& key) { return !less(key.name, name) && !less(name, key.name); });
+  return found == keys.end() ? nullptr : &*found;
 }
 
-TakenPairs::TakenPairs(std::span<const KnownKey> keys, const SectionGroup& group,
+TakenPairs::TakenPairs(std::span<const KnownKey> keys, const GroupLines& group,
                        Findings& findings) {
   for (const SectionPair& pair : group.pairs) {
-    const auto known = std::ranges::find_if(
-        keys, [&](const KnownKey& key) { return sameKey(key.name, pair.key); });
-    if (known == keys.end()) {
+    const KnownKey* const known = findKey(keys, pair.key);
+    if (known == nullptr) {
       addError(findings, pair.line, "unknown-key",
                "unknown key " + quote(pair.key) + " is ignored");
     } else if (const auto [held, taken] = pairs_.try_emplace(known->name, &pair); !taken) {
@@ -74,7 +75,7 @@ Findings checkGroups(std::string_view text, std::span<const KnownKey> keys,
   Findings findings;
   checkCarriageReturns(text, findings);
   SectionReader reader(text);
-  SectionGroup group;
+  GroupLines group;
   while (reader.next(group)) {
     const TakenPairs pairs(keys, group, findings);
     checkTerminator(group, pairs, emptyGroup, findings);

@@ -20,13 +20,13 @@ struct KnownKey {
   void (*check)(std::string_view key, std::string_view text, std::size_t line, Findings& findings);
 };
 
-// Whether two keys differ in nothing but letter case.
-bool sameKey(std::string_view a, std::string_view b);
+// The key of that name, in whatever letter case; null when it is none of them.
+const KnownKey* findKey(std::span<const KnownKey> keys, std::string_view name);
 
 // The pairs of a group that the library takes: the first of each known key.
 class TakenPairs {
  public:
-  TakenPairs(std::span<const KnownKey> keys, const SectionGroup& group, Findings& findings);
+  TakenPairs(std::span<const KnownKey> keys, const GroupLines& group, Findings& findings);
 
   const SectionPair* find(std::string_view key) const;
   bool empty() const { return pairs_.empty(); }
@@ -37,7 +37,7 @@ class TakenPairs {
 
 // Sees a closed group.
 using GroupCheck =
-    std::function<void(const SectionGroup& group, const TakenPairs& pairs, Findings& findings)>;
+    std::function<void(const GroupLines& group, const TakenPairs& pairs, Findings& findings)>;
 
 // The findings of a whole text, by line. `emptyGroup` says what a group without a known key is read
 // as.

@@ -8,7 +8,7 @@ namespace orvane::cli {
 
 Input readClosedGroups(const std::string& path, Findings (*findingsOf)(std::string_view)) {
   Input input = readInput(path);
-  SectionGroup group;
+  GroupLines group;
   if (!input.text.empty() && !SectionReader(input.text).next(group)) {
     throw Failure(input.name + ": no group is closed by a terminator line such as \";\"");
   }

@@ -4,7 +4,7 @@
 
 namespace orvane::cli {
 
-bool SectionReader::next(SectionGroup& group) {
+bool SectionReader::next(GroupLines& group) {
   group.text = rest_;
   group.pairs.clear();
   while (!rest_.empty()) {

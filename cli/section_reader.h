@@ -16,7 +16,7 @@ struct SectionPair {
 };
 
 // The pairs since the last terminator line, and the line that closes them.
-struct SectionGroup {
+struct GroupLines {
   std::string_view text;  // all of it, the terminator line included
   std::vector<SectionPair> pairs;
   std::size_t terminatorLine = 0;
@@ -30,7 +30,7 @@ class SectionReader {
 
   // Reads the next group; false at the end of the text, when `group` holds the pairs that no
   // terminator line closes.
-  bool next(SectionGroup& group);
+  bool next(GroupLines& group);
 
  private:
   std::string_view rest_;
