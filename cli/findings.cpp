@@ -1,7 +1,9 @@
 #include "cli/findings.h"
 
 #include <array>
+#include <cstdint>
 #include <map>
+#include <memory>
 #include <utility>
 
 #include "cli/group_check.h"
@@ -38,23 +40,44 @@ constexpr std::array<KnownKey, 9> kApplicationKeys = {{
 class HeldApplications {
  public:
   void add(const GroupLines& group, const TakenPairs& pairs, Findings& findings) {
-    OrvaneApplication application;
-    application.setSection(std::string(group.text).c_str());
-    const bool isNew = application.getUpid() == kOrvaneNoUpid;
-    if (isNew && pairs.find("GroupID") == nullptr) return;  // an application of its own
-    const std::pair key(application.getUpid(), isNew ? application.getID() : 0);
-    const auto held = held_.find(key);
-    if (held == held_.end()) {
-      held_.emplace(key, std::move(application));
+    OrvaneApplication read;
+    read.setSection(std::string(group.text).c_str());
+    const bool isNew = read.getUpid() == kOrvaneNoUpid;
+    const SectionPair* const groupId = pairs.find("GroupID");
+    if (isNew && groupId == nullptr) return;  // an application of its own
+    const auto upidKey = std::pair(Key::kUpid, read.getUpid());
+    const auto idKey = std::pair(Key::kGroupId, static_cast<unsigned int>(read.getID()));
+    const auto found = byKey_.find(isNew ? idKey : upidKey);
+    if (found == byKey_.end()) {
+      const std::string id = groupId == nullptr ? "a fresh one" : std::to_string(read.getID());
+      const auto held = std::make_shared<Held>(Held{std::move(read), id});
+      if (!isNew) byKey_.emplace(upidKey, held);
+      if (groupId != nullptr) byKey_.try_emplace(idKey, held);
       return;
     }
-    compareFields(held->second, application, pairs, findings);
-    compareItems(held->second, application, pairs, findings);
-    held->second.update(application);
+    Held& held = *found->second;
+    if (isNew && held.application.getUpid() != kOrvaneNoUpid) {
+      addError(findings, groupId->line, "conflict",
+               "GroupID " + held.id + " is that of UPID " + upidText(held.application) +
+                   ": this group without UPID becomes part of that application");
+    }
+    compareFields(held, read, pairs, findings);
+    compareItems(held.application, read, pairs, findings);
+    held.application.update(read);
   }
 
  private:
-  static void compareFields(const OrvaneApplication& held, const OrvaneApplication& read,
+  // A group with a UPID is looked up by it, one without by its GroupID, also among those with a
+  // UPID.
+  enum class Key : std::uint8_t { kUpid, kGroupId };
+
+  struct Held {
+    OrvaneApplication application;
+    std::string id;  // as its first group says it
+  };
+
+  // All fields are those of the first group; its items alone grow.
+  static void compareFields(const Held& held, const OrvaneApplication& read,
                             const TakenPairs& pairs, Findings& findings) {
     const auto compare = [&](std::string_view key, const std::string& first,
                              const std::string& second) {
@@ -62,11 +85,13 @@ class HeldApplications {
       if (pair == nullptr || first == second) return;
       addError(findings, pair->line, "conflict",
                std::string(key) + " " + second +
-                   " is ignored: an earlier group of the application" + " says " + first);
+                   " is ignored: the first group of the application makes it " + first);
     };
-    compare("ApplName", quote(held.getName()), quote(read.getName()));
-    compare("SelectorType", std::to_string(held.getType()), std::to_string(read.getType()));
-    compare("Action", std::to_string(held.getAction()), std::to_string(read.getAction()));
+    const OrvaneApplication& first = held.application;
+    compare("ApplName", quote(first.getName()), quote(read.getName()));
+    compare("SelectorType", std::to_string(first.getType()), std::to_string(read.getType()));
+    compare("Action", std::to_string(first.getAction()), std::to_string(read.getAction()));
+    compare("GroupID", held.id, std::to_string(read.getID()));
   }
 
   // A group for an address that the application holds adds its ports and ranges, nothing else.
@@ -74,13 +99,16 @@ class HeldApplications {
                            const TakenPairs& pairs, Findings& findings) {
     const OrvanePortMapping& item = read.getItems().front();
     const auto same = held.getItems().find(item);
-    if (same == held.getItems().end()) return;
+    if (same == held.getItems().end()) {
+      compareCategories(held, read, pairs, findings);
+      return;
+    }
     const auto compare = [&](std::string_view key, auto first, auto second) {
       const SectionPair* const pair = pairs.find(key);
       if (pair == nullptr || first == second) return;
       addError(findings, pair->line, "conflict",
                std::string(key) + " " + std::to_string(second) +
-                   " is ignored: an earlier group of the address says " + std::to_string(first));
+                   " is ignored: the first group of the address makes it " + std::to_string(first));
     };
     compare("UniqueBlockNumber", same->getUniqueBlockNumber(), item.getUniqueBlockNumber());
     compare("SelectorTypeInfo", same->getSelectorInfo(), item.getSelectorInfo());
@@ -94,7 +122,18 @@ class HeldApplications {
     }
   }
 
-  std::map<std::pair<unsigned int, int>, OrvaneApplication> held_;
+  // A new item keeps its selector info, but that no longer sets the category.
+  static void compareCategories(const OrvaneApplication& held, const OrvaneApplication& read,
+                                const TakenPairs& pairs, Findings& findings) {
+    if (read.getAppCategory() == kOrvaneCategory0 || held.getAppCategory() != kOrvaneCategory0) {
+      return;
+    }
+    addError(findings, pairs.find("SelectorTypeInfo")->line, "conflict",
+             "SelectorTypeInfo " + std::to_string(read.getItems().front().getSelectorInfo()) +
+                 " leaves the category at 0: the first group of the application decides it");
+  }
+
+  std::map<std::pair<Key, unsigned int>, std::shared_ptr<Held>> byKey_;
 };
 
 }  // namespace

@@ -73,15 +73,27 @@ TEST_F(LintTest, Findings) {
       {group("UPID=1/ApplName=A/Action=1/IPv4=1/PortRange=1-9/UniqueBlockNumber=1") +
            group("UPID=1/ApplName=B/SelectorType=2/IPv4=2") +
            group("UPID=1/ApplName=A/Action=2/IPv4=1/PortRange=2-9/UniqueBlockNumber=2"),
-       "9: ApplName 'B' is ignored: an earlier group of the application says 'A'\n"
-       "10: SelectorType 2 is ignored: an earlier group of the application says 1\n"
-       "15: Action 2 is ignored: an earlier group of the application says 1\n"
+       "9: ApplName 'B' is ignored: the first group of the application makes it 'A'\n"
+       "10: SelectorType 2 is ignored: the first group of the application makes it 1\n"
+       "15: Action 2 is ignored: the first group of the application makes it 1\n"
        "17: range 2-9 is ignored: an earlier group of the address has 1-9\n"
-       "18: UniqueBlockNumber 2 is ignored: an earlier group of the address says 1\n"},
+       "18: UniqueBlockNumber 2 is ignored: the first group of the address makes it 1\n"},
       // Without UPID the GroupID tells applications apart; without both each group is one.
       {group("GroupID=1/ApplName=A") + group("GroupID=2/ApplName=B") + group("ApplName=C") +
            group("ApplName=D") + group("GroupID=2/ApplName=E"),
-       "12: ApplName 'E' is ignored: an earlier group of the application says 'B'\n"},
+       "12: ApplName 'E' is ignored: the first group of the application makes it 'B'\n"},
+      {group("UPID=7/ApplName=Web/GroupID=500") +
+           group("ApplName=Mail/SelectorType=4/GroupID=500/UniqueBlockNumber=3"),
+       "5: ApplName 'Mail' is ignored: the first group of the application makes it 'Web'\n"
+       "6: SelectorType 4 is ignored: the first group of the application makes it 1\n"
+       "7: GroupID 500 is that of UPID 7: this group without UPID becomes part of that"
+       " application\n"
+       "8: UniqueBlockNumber 3 is ignored: the first group of the address makes it 4294967295\n"},
+      {group("GroupID=1") + group("UPID=7") + group("UPID=7/GroupID=1/IPv4=2/SelectorTypeInfo=2") +
+           group("GroupID=1"),
+       "6: GroupID 1 is ignored: the first group of the application makes it a fresh one\n"
+       "8: SelectorTypeInfo 2 leaves the category at 0: the first group of the application"
+       " decides it\n"},
   };
   for (const Case& test : cases) {
     write("f", test.text);
