@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <set>
 #include <utility>
@@ -42,6 +43,16 @@ void checkNumber(std::string_view key, std::string_view text, std::size_t line,
 
 std::string textOf(const OrvanePortRange& range) { return range.getRange(); }
 
+// The bounds of a range. Plain data: inserting into an array of them shifts bytes.
+struct RangeBounds {
+  unsigned int start;
+  unsigned int end;
+
+  bool overlaps(RangeBounds other) const {
+    return OrvanePortRange(start, end).overlap(OrvanePortRange(other.start, other.end));
+  }
+};
+
 // Follows a port list while it is read, to see what its ranges do to what came before them.
 class PortListReading {
  public:
@@ -49,23 +60,57 @@ class PortListReading {
 
   void addPort(unsigned short port) { ports_.insert(port); }
 
+  // Does what OrvanePortMapping::addRange() does to a set, where each probe by rank would step.
   void addRange(const OrvanePortRange& range) {
-    const auto& ranges = ranges_.getRanges();
-    const std::size_t before = ranges.size();
-    const auto widened = ranges_.addRange(range);
-    const bool merged = widened != ranges.end();
-    const OrvanePortRange covered = merged ? *widened : range;
-    if (merged) {
+    const RangeBounds added = {range.getStart(), range.getEnd()};
+    const auto found = findOverlap(added);
+    if (found != ranges_.end()) {
+      const OrvanePortRange widened = widen(found, added);
       addNote(findings_, line_, "merged",
-              "range " + textOf(range) + " is merged with an earlier one into " + textOf(covered));
-    } else if (ranges.size() == before) {
+              "range " + textOf(range) + " is merged with an earlier one into " + textOf(widened));
+      swallow(widened);
+      return;
+    }
+    const auto place = std::ranges::lower_bound(ranges_, added.end, {}, &RangeBounds::end);
+    if (place == ranges_.end() || place->end != added.end) {
+      ranges_.insert(place, added);
+    } else {
       addError(findings_, line_, "range",
                "range " + textOf(range) + " is skipped: another range ends at its last port");
     }
-    swallow(covered);
+    swallow(range);
   }
 
  private:
+  // A binary search that probes the middle first, and so can miss an overlap.
+  std::vector<RangeBounds>::iterator findOverlap(RangeBounds range) {
+    auto first = ranges_.begin();
+    for (auto count = std::ssize(ranges_); count > 0;) {
+      const auto half = count / 2;
+      if (first[half].overlaps(range)) {
+        count = half;
+      } else {
+        first += half + 1;
+        count -= half + 1;
+      }
+    }
+    return first;
+  }
+
+  // Widens a range and moves it to where its new end belongs; one that ends there takes it in.
+  OrvanePortRange widen(std::vector<RangeBounds>::iterator held, RangeBounds by) {
+    RangeBounds widened = {std::min(held->start, by.start), std::max(held->end, by.end)};
+    const auto next =
+        std::ranges::lower_bound(held + 1, ranges_.end(), widened.end, {}, &RangeBounds::end);
+    if (next == ranges_.end() || next->end != widened.end) {
+      *std::move(held + 1, next, held) = widened;
+    } else {
+      next->start = widened.start = std::min(next->start, widened.start);
+      ranges_.erase(held);
+    }
+    return {widened.start, widened.end};
+  }
+
   void swallow(const OrvanePortRange& range) {
     if (range.getStart() > kMaxPort) return;
     const auto first = ports_.lower_bound(static_cast<unsigned short>(range.getStart()));
@@ -81,7 +126,7 @@ class PortListReading {
   std::size_t line_;
   Findings& findings_;
   std::set<unsigned short> ports_;
-  OrvanePortMapping ranges_;
+  std::vector<RangeBounds> ranges_;  // ascending by end
 };
 
 }  // namespace

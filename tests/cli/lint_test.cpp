@@ -31,6 +31,11 @@ TEST_F(LintTest, Findings) {
       {group("PortRange=15,99,10-20,18-30,25"),
        "1: note: single ports before range 10-20 are swallowed by it: 15\n"
        "1: note: range 18-30 is merged with an earlier one into 10-30\n"},
+      // A widened range moves to its new end, or becomes one with the range that ends there.
+      {group("PortRange=1-2,5-6,9-10,2-7,7-7,6-10"),
+       "1: note: range 2-7 is merged with an earlier one into 1-7\n"
+       "1: note: range 7-7 is merged with an earlier one into 1-7\n"
+       "1: note: range 6-10 is merged with an earlier one into 5-10\n"},
       // The search for overlaps misses 5-6, and the end of 4-6 is taken.
       {group("PortRange=1-2,5-6,10-11,20-21,30-31,4-6"),
        "1: range 4-6 is skipped: another range ends at its last port\n"},
