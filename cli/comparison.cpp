@@ -121,9 +121,12 @@ bool Difference::inSections() const {
          std::ranges::any_of(facts, [](const Fact& fact) { return fact.inSections; });
 }
 
-bool Difference::isWritten() const {
-  return older != nullptr ? older->getAction() != kOrvaneActionNone
-                          : newer->getAction() == kOrvaneActionAdd;
+bool Difference::writesOlder() const {
+  return older != nullptr && older->getAction() != kOrvaneActionNone;
+}
+
+bool Difference::writesNewer() const {
+  return newer != nullptr && (writesOlder() || newer->getAction() == kOrvaneActionAdd);
 }
 
 void order(OrvaneAppMapping& applications) { std::ranges::stable_sort(applications, comesBefore); }

@@ -31,8 +31,9 @@ struct Difference {
   // Whether anything of it is of the kind that change sections look at.
   bool inSections() const;
 
-  // Whether the action codes let change sections write both of its sides.
-  bool isWritten() const;
+  // Whether the action codes let change sections write its sides.
+  bool writesOlder() const;
+  bool writesNewer() const;
 };
 
 // Orders applications by UPID, then name, then items: a strict weak ordering, which

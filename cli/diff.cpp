@@ -74,26 +74,26 @@ std::string jsonOf(const std::vector<Difference>& differences) {
   return toText(array);
 }
 
-std::string applicationCount(std::ptrdiff_t count) {
-  return std::to_string(count) + (count == 1 ? " application" : " applications");
-}
-
 // Tells how much of the difference the change sections do not tell.
 void noteOmissions(const std::vector<Difference>& differences) {
-  const auto unlooked = std::ranges::count_if(
-      differences, [](const Difference& difference) { return !difference.inSections(); });
-  const auto unwritten = std::ranges::count_if(differences, [](const Difference& difference) {
-    return difference.inSections() && !difference.isWritten();
-  });
-  if (unwritten > 0) {
-    writeError("orvane diff: note: " + applicationCount(unwritten) +
-               " left out because of the action code; --assume-action 1 gives action 1 to those"
-               " that carry 0\n");
-  }
-  if (unlooked > 0) {
-    writeError("orvane diff: note: " + applicationCount(unlooked) +
-               " changed in nothing that change sections tell; --summary lists them\n");
-  }
+  const auto note = [&](const char* omission, auto isOmitted) {
+    const auto count = std::ranges::count_if(differences, isOmitted);
+    if (count == 0) return;
+    writeError("orvane diff: note: " + std::to_string(count) +
+               (count == 1 ? " application " : " applications ") + omission + "\n");
+  };
+  note(
+      "left out because of the action code; --assume-action 1 gives action 1 to those that carry 0",
+      [](const Difference& difference) {
+        return difference.inSections() && !difference.writesOlder() && !difference.writesNewer();
+      });
+  note("written without the old state, which carries action 0; --assume-action 1 gives it action 1",
+       [](const Difference& difference) {
+         return difference.inSections() && difference.older != nullptr &&
+                !difference.writesOlder() && difference.writesNewer();
+       });
+  note("changed in nothing that change sections tell; --summary lists them",
+       [](const Difference& difference) { return !difference.inSections(); });
 }
 
 }  // namespace

@@ -87,8 +87,9 @@ Command makeDiff(CLI::App& orvane) {
   addOutputOption(*parser, options->output);
   parser->footer(
       "Applications are matched by UPID, new ones by name; GroupID is no difference.\n"
-      "Change sections leave out applications of OLD with action 0, and those that only NEW has\n"
-      "with another action than 1. A note on standard error tells when they leave out anything.\n"
+      "Change sections leave out what OLD holds with action 0. What NEW holds with another action\n"
+      "than 1 they write only beside its old state. Notes on standard error count what is left "
+      "out.\n"
       "Exit status: 0 no difference, 1 any difference, 2 unusable.\n"
       "Example: orvane diff --assume-action 1 running.txt wanted.txt > change.txt");
   return {parser, [options] { return compareTexts(*options); }};

@@ -82,6 +82,7 @@ TEST_F(DiffTest, NewApplicationThatStaysIsNotWithdrawnWhenAnotherComes) {
 
 TEST_F(DiffTest, NotesWhatChangeSectionsLeaveOut) {
   const std::string unwritten = "left out because of the action code; --assume-action 1";
+  const std::string halved = "1 application written without the old state";
   const std::string unlooked = "changed in nothing that change sections tell; --summary";
   struct Case {
     std::string options;
@@ -94,7 +95,9 @@ TEST_F(DiffTest, NotesWhatChangeSectionsLeaveOut) {
       {"", upid(1, "Action=1/PortRange=1"), upid(1, "Action=1/PortRange=2"), 2, ""},
       {"", upid(1, "PortRange=1"), upid(1, "PortRange=2"), 0, unwritten},
       {"--assume-action 1", upid(1, "PortRange=1"), upid(1, "PortRange=2"), 2, ""},
-      {"", upid(1, "PortRange=1"), upid(1, "Action=1/PortRange=2"), 1, unwritten},
+      {"", upid(1, "PortRange=1"), upid(1, "Action=1/PortRange=2"), 1, halved},
+      {"", upid(1, "PortRange=1"), upid(1, "Action=4/PortRange=2"), 0, unwritten},
+      {"", upid(1, "Action=1/PortRange=1"), upid(1, "PortRange=2"), 2, ""},
       {"", upid(1, "PortRange=1"), "", 0, unwritten},
       {"", "", upid(1, "Action=4/PortRange=1"), 0, unwritten},
       {"", "", upid(1, "Action=1/PortRange=1"), 1, ""},
