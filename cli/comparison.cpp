@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <compare>
+#include <cstdint>
 #include <functional>
 #include <string_view>
 #include <utility>
@@ -57,18 +58,21 @@ void walkBoth(const Sequence& older, const Sequence& newer, Key key, Removed rem
 class Facts {
  public:
   void removeItem(const OrvanePortMapping& item) {
-    facts_.push_back({&item, "item", portsOf(item), "", true});
+    facts_.push_back({&item, "item", item.getPortsAsString(), Json(), true});
   }
 
   void addItem(const OrvanePortMapping& item) {
-    facts_.push_back({&item, "item", "", portsOf(item), true});
+    facts_.push_back({&item, "item", Json(), item.getPortsAsString(), true});
   }
 
   void compareApplications(const OrvaneApplication& older, const OrvaneApplication& newer) {
-    add(nullptr, "name", older.getName(), newer.getName(), true);
-    addNumbers(nullptr, "type", older.getType(), newer.getType());
-    addNumbers(nullptr, "category", older.getAppCategory(), newer.getAppCategory());
-    addNumbers(nullptr, "action", older.getAction(), newer.getAction());
+    const std::string name = older.getName();
+    if (name != newer.getName()) {
+      facts_.push_back({nullptr, "name", name, newer.getName(), true, true});
+    }
+    compareNumbers(nullptr, "type", older.getType(), newer.getType());
+    compareNumbers(nullptr, "category", older.getAppCategory(), newer.getAppCategory());
+    compareNumbers(nullptr, "action", older.getAction(), newer.getAction());
     walkBoth(
         older.getItems(), newer.getItems(), std::mem_fn(&OrvanePortMapping::getIpAddress),
         [this](const auto& item) { removeItem(item); }, [this](const auto& item) { addItem(item); },
@@ -80,35 +84,28 @@ class Facts {
 
  private:
   void compareItems(const OrvanePortMapping& older, const OrvanePortMapping& newer) {
-    add(&newer, "ports", newer.getDiffAsString(older), "", true);
-    add(&newer, "ports", "", older.getDiffAsString(newer), true);
+    const std::string removed = newer.getDiffAsString(older);
+    if (!removed.empty()) facts_.push_back({&newer, "ports", removed, Json(), true});
+    const std::string added = older.getDiffAsString(newer);
+    if (!added.empty()) facts_.push_back({&newer, "ports", Json(), added, true});
     compareStarts(older, newer);
-    addNumbers(&newer, "block number", older.getUniqueBlockNumber(), newer.getUniqueBlockNumber());
-    addNumbers(&newer, "selector info", older.getSelectorInfo(), newer.getSelectorInfo());
+    compareNumbers(&newer, "block number", older.getUniqueBlockNumber(),
+                   newer.getUniqueBlockNumber());
+    compareNumbers(&newer, "selector info", older.getSelectorInfo(), newer.getSelectorInfo());
   }
 
   void compareStarts(const OrvanePortMapping& older, const OrvanePortMapping& newer) {
     for (const OrvanePortRange& range : older.getRanges()) {
       const auto sameEnd = newer.getRanges().find(range);
-      if (sameEnd == newer.getRanges().end()) continue;
+      if (sameEnd == newer.getRanges().end() || *sameEnd == range) continue;
       const std::string before = range.getRange();
-      add(&newer, "range", before, sameEnd->getRange(), false);
+      facts_.push_back({&newer, "range", before, sameEnd->getRange(), false});
     }
   }
 
-  static std::string portsOf(const OrvanePortMapping& item) {
-    const std::string& ports = item.getPortsAsString();
-    return ports.empty() ? "no ports" : ports;
-  }
-
-  template <typename Number>
-  void addNumbers(const OrvanePortMapping* item, const char* name, Number before, Number after) {
-    add(item, name, std::to_string(before), std::to_string(after), false);
-  }
-
-  void add(const OrvanePortMapping* item, const char* name, const std::string& before,
-           const std::string& after, bool inSections) {
-    if (before != after) facts_.push_back({item, name, before, after, inSections});
+  void compareNumbers(const OrvanePortMapping* item, const char* name, std::int64_t before,
+                      std::int64_t after) {
+    if (before != after) facts_.push_back({item, name, before, after, false});
   }
 
   std::vector<Fact> facts_;

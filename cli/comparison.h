@@ -6,17 +6,20 @@
 #include <string>
 #include <vector>
 
+#include "cli/json.h"
 #include "orvane/app_mapping.h"
 
 namespace orvane::cli {
 
-// One fact that differs. Something added has an empty `before`, something removed an empty `after`.
+// One fact that differs: a number, a port list text or another text. Something added has null
+// before, something removed null after.
 struct Fact {
   const OrvanePortMapping* item;  // null for a fact of the application itself
   const char* name;
-  std::string before;
-  std::string after;
-  bool inSections;  // whether change sections look at it
+  Json before;
+  Json after;
+  bool inSections;        // whether change sections look at it
+  bool isQuoted = false;  // a text that is no port list
 };
 
 // One application that differs: removed when it has no newer side, added when it has no older one.

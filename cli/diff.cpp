@@ -29,6 +29,13 @@ const char* changeOf(const Difference& difference) {
   return difference.newer == nullptr ? "removed" : "changed";
 }
 
+std::string textOf(const Fact& fact, const Json& value) {
+  if (value.is_number()) return value.dump();
+  const auto& text = value.get_ref<const std::string&>();
+  if (fact.isQuoted) return quote(text);
+  return text.empty() ? "no ports" : text;
+}
+
 std::string lineOf(const Fact& fact) {
   std::string line = "  ";
   if (fact.item != nullptr) {
@@ -36,11 +43,9 @@ std::string lineOf(const Fact& fact) {
     line += ": ";
   }
   line += fact.name;
-  const bool isName = fact.item == nullptr && std::string_view(fact.name) == "name";
-  if (isName) return line + " " + quote(fact.before) + " -> " + quote(fact.after) + "\n";
-  if (fact.before.empty()) return line + " added: " + fact.after + "\n";
-  if (fact.after.empty()) return line + " removed: " + fact.before + "\n";
-  return line + " " + fact.before + " -> " + fact.after + "\n";
+  if (fact.before.is_null()) return line + " added: " + textOf(fact, fact.after) + "\n";
+  if (fact.after.is_null()) return line + " removed: " + textOf(fact, fact.before) + "\n";
+  return line + " " + textOf(fact, fact.before) + " -> " + textOf(fact, fact.after) + "\n";
 }
 
 std::string summaryOf(const std::vector<Difference>& differences) {

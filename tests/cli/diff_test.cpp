@@ -118,12 +118,16 @@ TEST_F(DiffTest, NotesWhatChangeSectionsLeaveOut) {
 TEST_F(DiffTest, JsonSummary) {
   write("old", upid(1, "ApplName=Web/IPv4=1.2.3.4/PortRange=80"));
   const Result result =
-      run("diff --summary --json old -", upid(1, "ApplName=Web/IPv4=1.2.3.4/PortRange=81"));
+      run("diff --summary --json old -",
+          upid(1, "ApplName=7/Action=1/IPv4=1.2.3.4/PortRange=81-82") + upid(1, "IPv4=1.2.3.5"));
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(nlohmann::json::parse(result.out), nlohmann::json::parse(R"([
     {"change": "changed", "upid": 1, "name": "Web", "facts": [
-      {"address": "1.2.3.4", "fact": "ports", "before": "80", "after": ""},
-      {"address": "1.2.3.4", "fact": "ports", "before": "", "after": "81"}]}])"));
+      {"fact": "name", "before": "Web", "after": "7"},
+      {"fact": "action", "before": 0, "after": 1},
+      {"address": "1.2.3.4", "fact": "ports", "before": "80", "after": null},
+      {"address": "1.2.3.4", "fact": "ports", "before": null, "after": "81-82"},
+      {"address": "1.2.3.5", "fact": "item", "before": null, "after": ""}]}])"));
 }
 
 }  // namespace
