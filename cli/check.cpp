@@ -29,32 +29,30 @@ std::string addressText(const OrvanePortMapping& item) {
   return item.getIpAddress() == 0 ? "every address" : item.getIpAsString();
 }
 
-// The items of applications as uses; `first` of each application is where its own begin.
-std::vector<Use> usesOf(const OrvaneAppMapping& applications, const std::string& where,
-                        std::vector<std::size_t>& first) {
+// The items of the applications as uses, in order.
+std::vector<Use> usesOf(const OrvaneAppMapping& applications, const std::string& where) {
   std::vector<Use> uses;
   for (const OrvaneApplication& application : applications) {
-    first.push_back(uses.size());
     for (const OrvanePortMapping& item : application.getItems()) {
       uses.push_back({item, "application " + nameOf(application) + where});
     }
   }
-  first.push_back(uses.size());
   return uses;
 }
 
-// Collisions of the applications with the uses; `firstUse` tells, for each application, from which
-// use on they count.
-template <typename FirstUse>
-void addRows(const OrvaneAppMapping& applications, const std::vector<Use>& uses, FirstUse firstUse,
+// Appends the collisions of the applications with the uses. When the uses are their own, each pair
+// counts once: for an application, the uses of those that come after it.
+void addRows(const OrvaneAppMapping& applications, const std::vector<Use>& uses, bool areOwn,
              std::vector<Row>& rows) {
   const UseIndex index(uses);
-  for (std::size_t i = 0; i < applications.size(); ++i) {
-    for (const OrvanePortMapping& item : applications[i].getItems()) {
+  std::size_t firstUse = 0;
+  for (const OrvaneApplication& application : applications) {
+    if (areOwn) firstUse += application.getItems().size();
+    for (const OrvanePortMapping& item : application.getItems()) {
       for (Collision& collision : index.collisionsOf(item)) {
-        if (collision.use < firstUse(i)) continue;
-        rows.push_back({&applications[i], &item, &uses[collision.use],
-                        portListOf(std::move(collision.ports))});
+        if (collision.use < firstUse) continue;
+        rows.push_back(
+            {&application, &item, &uses[collision.use], portListOf(std::move(collision.ports))});
       }
     }
   }
@@ -92,25 +90,21 @@ ExitStatus checkCollisions(const CheckOptions& options) {
     throw Failure("only one of FILE and --against can be standard input");
   }
   const OrvaneAppMapping applications = readApplications(options.file);
-  std::vector<std::size_t> first;
   std::vector<Use> uses = readInUse("orvane check", options.inUse);
   if (!options.against.empty()) {
     const std::string where = " of " + escape(options.against);
-    for (Use& use : usesOf(readApplications(options.against), where, first)) {
+    for (Use& use : usesOf(readApplications(options.against), where)) {
       uses.push_back(std::move(use));
     }
   }
+  const std::vector<Use> own = options.each ? usesOf(applications, "") : std::vector<Use>();
   std::vector<Row> rows;
-  addRows(
-      applications, uses, [](std::size_t) { return std::size_t{0}; }, rows);
-  first.clear();
-  const std::vector<Use> own = options.each ? usesOf(applications, "", first) : std::vector<Use>();
-  // Each pair once: with the applications that come after.
-  addRows(
-      applications, own, [&](std::size_t i) { return first.at(i + 1); }, rows);
+  addRows(applications, uses, false, rows);
+  addRows(applications, own, true, rows);
 
-  writeOutput(options.json ? jsonOf(rows) : linesOf(rows), options.output,
-              {options.file, options.against});
+  std::vector<std::string> inputs = filesOf(options.inUse);
+  inputs.insert(inputs.end(), {options.file, options.against});
+  writeOutput(options.json ? jsonOf(rows) : linesOf(rows), options.output, inputs);
   return rows.empty() ? kSuccess : kFound;
 }
 

@@ -39,4 +39,8 @@ std::vector<Use> readInUse(const std::string& command, const InUseOptions& optio
   return uses;
 }
 
+std::vector<std::string> filesOf(const InUseOptions& options) {
+  return options.live ? liveSocketFiles(options.proc) : std::vector<std::string>();
+}
+
 }  // namespace orvane::cli

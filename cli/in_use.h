@@ -29,6 +29,9 @@ struct InUseOptions {
 // nothing of an argument is usable, or when this host cannot be asked.
 std::vector<Use> readInUse(const std::string& command, const InUseOptions& options);
 
+// The files that it reads, whether or not they exist.
+std::vector<std::string> filesOf(const InUseOptions& options);
+
 }  // namespace orvane::cli
 
 #endif  // ORVANE_CLI_IN_USE_H_

@@ -63,6 +63,10 @@ std::optional<LocalAddress> parseLocalAddress(std::string_view text, bool isIpv6
   return LocalAddress{words[3], *port, !isMapped && !isWildcard};
 }
 
+std::string pathOf(const SocketTable& table, const std::string& proc) {
+  return proc + "/net/" + table.file;
+}
+
 using UsesByAddress = std::map<std::pair<std::string, std::uint32_t>, Use>;
 
 void readTable(const SocketTable& table, const std::string& path, UsesByAddress& uses) {
@@ -95,13 +99,19 @@ void readTable(const SocketTable& table, const std::string& path, UsesByAddress&
 std::vector<Use> readLiveSockets(const std::string& proc) {
   UsesByAddress found;
   for (const SocketTable& table : kTables) {
-    const std::string path = proc + "/net/" + table.file;
+    const std::string path = pathOf(table, proc);
     if (table.isIpv6 && !std::filesystem::exists(path)) continue;
     readTable(table, path, found);
   }
   std::vector<Use> uses;
   for (auto& [key, use] : found) uses.push_back(std::move(use));
   return uses;
+}
+
+std::vector<std::string> liveSocketFiles(const std::string& proc) {
+  std::vector<std::string> paths;
+  for (const SocketTable& table : kTables) paths.push_back(pathOf(table, proc));
+  return paths;
 }
 
 }  // namespace orvane::cli

@@ -16,6 +16,9 @@ namespace orvane::cli {
 // cannot be read are told on standard error. Throws Failure when an IPv4 file cannot be read.
 std::vector<Use> readLiveSockets(const std::string& proc);
 
+// The paths of those four files.
+std::vector<std::string> liveSocketFiles(const std::string& proc);
+
 }  // namespace orvane::cli
 
 #endif  // ORVANE_CLI_LIVE_SOCKETS_H_

@@ -125,8 +125,9 @@ Command makeCheck(CLI::App& orvane) {
   parser->add_flag("--json", options->json, "Write an array of collisions");
   addOutputOption(*parser, options->output);
   parser->footer(
-      "An item without address is on every address. Each line is an application, the address of\n"
-      "its item, the ports that collide, and with what.\n"
+      "An item without address is on every address. Applications count whatever their action\n"
+      "code, also when it marks them deleted. Each line is an application, the address of its\n"
+      "item, the ports that collide, and with what.\n"
       "Exit status: 0 no collision, 1 any collision, 2 unusable.\n"
       "Example: orvane check --live --socket 10.0.0.1:80,443 wanted.txt");
   return {parser, [options] { return checkCollisions(*options); }};
@@ -139,7 +140,7 @@ Command makeUsed(CLI::App& orvane) {
   addOutputOption(*parser, options->output);
   parser->footer(
       "The line holds the sockets, each followed by a blank, then the ports and the ranges in use\n"
-      "on every address.\n"
+      "on every address; ranges that overlap or touch are joined.\n"
       "Example: orvane used --live --ports 8000-8100");
   return {parser, [options] { return showUsed(*options); }};
 }

@@ -1,6 +1,10 @@
 #include <algorithm>
+#include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "cli/collisions.h"
 #include "cli/failure.h"
 #include "cli/in_use.h"
 #include "cli/output.h"
@@ -29,14 +33,19 @@ ExitStatus showUsed(const UsedOptions& options) {
     throw Failure("give --ports, --socket or --live to tell what is in use");
   }
   OrvanePortCounter counter;
+  std::vector<Interval> ranges;  // joined first: the counter drops a second one with the same end
   for (const Use& use : readInUse("orvane used", options.inUse)) {
-    if (use.ports.getIpAddress() == 0) {
-      counter.add(use.ports.getPortsAsString().c_str());
-    } else {
+    if (use.ports.getIpAddress() != 0) {
       counter.addSocket(use.ports.getIpAddress(), singlePorts(use.ports).c_str());
+      continue;
+    }
+    counter.add(OrvanePortMapping::PortArrayToString(use.ports.getPorts()).c_str());
+    for (const OrvanePortRange& range : use.ports.getRanges()) {
+      if (range.getStart() <= range.getEnd()) ranges.push_back({range.getStart(), range.getEnd()});
     }
   }
-  writeOutput(counter.toString() + "\n", options.output, {});
+  counter.add(portListOf(std::move(ranges)).c_str());
+  writeOutput(counter.toString() + "\n", options.output, filesOf(options.inUse));
   return kSuccess;
 }
 

@@ -86,9 +86,18 @@ TEST_F(CheckTest, AsksThisHost) {
   EXPECT_EQ(run("check --live web").err, "");  // the real one
 }
 
-TEST_F(CheckTest, UsedIsOneLine) {
-  EXPECT_EQ(run("used --ports 1000-2000,53 --socket 10.0.0.1:443,80-81").out,
-            "10.0.0.1:80 ,10.0.0.1:81 ,10.0.0.1:443 ,53,1000-2000\n");
+TEST_F(CheckTest, UsedIsOneLineThatLosesNothing) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"--ports 1000-2000,53 --socket 10.0.0.1:443,80-81",
+       "10.0.0.1:80 ,10.0.0.1:81 ,10.0.0.1:443 ,53,1000-2000\n"},
+      {"--ports 1500-2000 --ports 1000-2000", "1000-2000\n"},
+      {"--socket 0.0.0.0:20-30 --ports 25-30", "20-30\n"},
+      {"--ports 10-20,25-30,41-50 --ports 5-20", "5-20,25-30,41-50\n"},
+      {"--ports 80-90,80,22-22", "22,80,80-90\n"},
+  };
+  for (const auto& [arguments, out] : cases) {
+    EXPECT_EQ(run("used " + std::string(arguments)).out, out);
+  }
   const Result result = run("used --ports 80,x");
   EXPECT_EQ(result.out, "80\n");
   EXPECT_EQ(result.err, "orvane used: --ports: 'x' is skipped: it is no port or range\n");
@@ -98,7 +107,9 @@ TEST_F(CheckTest, RefusesWhatItCannotUse) {
   for (const std::string arguments :
        {"check web", "used", "check --ports x web", "check --ports '' web", "used --socket 80",
         "used --socket 10.0.0:80", "used --socket 10.0.0.1:", "used --proc proc",
-        "check --each --against - -", "check --against missing web"}) {
+        "check --each --against - -", "check --against missing web",
+        "used --live --proc proc --output proc/net/tcp6",
+        "check --live --proc proc web --output proc/net/udp"}) {
     SCOPED_TRACE(arguments);
     const Result result = run(arguments);
     EXPECT_EQ(result.status, 2);
