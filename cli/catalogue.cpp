@@ -1,8 +1,8 @@
-#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/failure.h"
@@ -12,6 +12,7 @@
 #include "cli/section_file.h"
 #include "cli/subcommands.h"
 #include "cli/text.h"
+#include "cli/written_values.h"
 #include "orvane/app_info_array.h"
 
 namespace orvane::cli {
@@ -21,13 +22,10 @@ using Upids = std::vector<unsigned int>;
 
 // Appends the numbers of a list such as "7,9".
 void readUpids(const std::string& what, const std::string& list, Upids& upids) {
-  std::size_t begin = 0;
-  while (begin <= list.size()) {
-    const std::size_t end = std::min(list.find(',', begin), list.size());
-    const auto upid = parseDecimal<unsigned int>(std::string_view(list).substr(begin, end - begin));
+  for (const std::string_view number : split(list, ',')) {
+    const auto upid = parseDecimal<unsigned int>(number);
     if (!upid) throw Failure(what + " " + quote(list) + " is no list of UPIDs such as 7,9");
     upids.push_back(*upid);
-    begin = end + 1;
   }
 }
 
@@ -37,18 +35,36 @@ OrvaneAppInfoArray readCatalogue(const std::string& path) {
   return catalogue;
 }
 
+void requireEntries(const OrvaneAppInfoArray& catalogue, const Upids& upids) {
+  Upids missing;
+  catalogue.getUnknownPortList(upids, missing);
+  if (!missing.empty()) {
+    throw Failure("the catalogue has no entry with UPID " + std::to_string(missing.front()));
+  }
+}
+
 // The entries chosen by UPID, each with its first entry; all when none is chosen.
 OrvaneAppInfoArray select(const OrvaneAppInfoArray& catalogue, const Upids& upids) {
   if (upids.empty()) return catalogue;
+  requireEntries(catalogue, upids);
   OrvaneAppInfoArray selected;
-  for (const unsigned int upid : upids) {
-    const OrvaneAppInfo* const entry = catalogue.find(upid);
-    if (entry == catalogue.end()) {
-      throw Failure("the catalogue has no entry with UPID " + std::to_string(upid));
-    }
-    selected.add(*entry);
-  }
+  for (const unsigned int upid : upids) selected.add(*catalogue.find(upid));
   return selected;
+}
+
+// How many numbers the elements of the port list hold: the library cuts that to 16 bits.
+std::uint64_t portCount(const OrvaneAppInfo& entry) {
+  std::uint64_t count = 0;
+  for (const std::string_view element : split(entry.getPorts(), ',')) {
+    if (element.empty()) continue;  // of an empty list
+    const OrvanePort port(std::string(element).c_str());
+    if (port.getPort() != 0) {
+      ++count;
+    } else if (port.getStart() <= port.getEnd()) {
+      count += std::uint64_t{port.getEnd()} - port.getStart() + 1;
+    }
+  }
+  return count;
 }
 
 std::string tableOf(const OrvaneAppInfoArray& catalogue, bool expand) {
@@ -56,7 +72,7 @@ std::string tableOf(const OrvaneAppInfoArray& catalogue, bool expand) {
   table.add({"UPID", "VERSION", "PORT TYPE", "COUNT", "NAME", "PORTS"});
   std::map<int, std::uint64_t> totals;
   for (const OrvaneAppInfo& entry : catalogue) {
-    const unsigned int count = entry.getNumPortsUsed();
+    const std::uint64_t count = portCount(entry);
     const std::string ports = expand ? entry.getEnumPorts() : entry.getPorts();
     table.add({std::to_string(entry.getUPID()), std::to_string(entry.getVersion()),
                std::to_string(entry.getPortType()), std::to_string(count), escape(entry.getFQN()),
@@ -78,23 +94,20 @@ std::string jsonOf(const OrvaneAppInfoArray& catalogue, bool expand) {
          {"version", entry.getVersion()},
          {"portType", static_cast<int>(entry.getPortType())},
          {"ports", expand ? entry.getEnumPorts() : entry.getPorts()},
-         {"count", entry.getNumPortsUsed()},
+         {"count", portCount(entry)},
          {"reserved", {entry.getReserved1(), entry.getReserved2(), entry.getReserved3()}},
          {"name", entry.getFQN()}});
   }
   return toText(array);
 }
 
-std::string upidList(const OrvaneAppInfoArray& catalogue, const CatalogueOptions& options) {
-  const bool known = !options.known.empty();
+std::string upidList(const std::string& what, const std::string& list,
+                     const OrvaneAppInfoArray& catalogue,
+                     void (OrvaneAppInfoArray::*filter)(const Upids&, Upids&) const) {
   Upids upids;
-  readUpids(known ? "--known" : "--unknown", known ? options.known : options.unknown, upids);
+  readUpids(what, list, upids);
   Upids result;
-  if (known) {
-    catalogue.getCommonPortList(upids, result);
-  } else {
-    catalogue.getUnknownPortList(upids, result);
-  }
+  (catalogue.*filter)(upids, result);
   std::string text;
   for (const unsigned int upid : result) {
     if (!text.empty()) text.push_back(',');
@@ -103,33 +116,73 @@ std::string upidList(const OrvaneAppInfoArray& catalogue, const CatalogueOptions
   return text.empty() ? text : text + "\n";
 }
 
-// The UPIDs chosen, or those of all elements, each once.
-template <typename Elements, typename UpidOf>
-Upids chosenUpids(const Upids& chosen, const Elements& elements, UpidOf upidOf) {
-  if (!chosen.empty()) return chosen;
+// The UPIDs of a catalogue; entries that look-ups do not take are told on standard error.
+Upids upidsOf(const OrvaneAppInfoArray& catalogue, const std::string& name) {
   Upids upids;
   std::set<unsigned int> seen;
-  for (const auto& element : elements) {
-    if (seen.insert((element.*upidOf)()).second) upids.push_back((element.*upidOf)());
+  for (const OrvaneAppInfo& entry : catalogue) {
+    if (seen.insert(entry.getUPID()).second) {
+      upids.push_back(entry.getUPID());
+    } else {
+      writeError(name + ": entry " + quote(entry.getFQN()) + " is left out: UPID " +
+                 std::to_string(entry.getUPID()) + " has an earlier entry\n");
+    }
   }
   return upids;
+}
+
+std::string mergedSection(const CatalogueOptions& options, const OrvaneAppInfoArray& catalogue,
+                          const Upids& chosen) {
+  requireEntries(catalogue, chosen);
+  OrvaneAppMapping applications;  // new ones, which share a number, are no entry's application
+  for (const OrvaneApplication& application : readApplications(options.with)) {
+    if (application.getUpid() != kOrvaneNoUpid) applications.emplace_back(application);
+  }
+  const Upids upids = chosen.empty() ? upidsOf(catalogue, inputName(options.file)) : chosen;
+  return catalogue.getMergedAppMappingSection(applications, upids, true);
+}
+
+// The UPIDs of applications, each once as in every mapping text; those that have none are told on
+// standard error.
+Upids upidsOf(const OrvaneAppMapping& applications, const std::string& name) {
+  Upids upids;
+  for (const OrvaneApplication& application : applications) {
+    if (application.getUpid() != kOrvaneNoUpid) {
+      upids.push_back(application.getUpid());
+    } else {
+      writeError(name + ": application " + quote(application.getName()) +
+                 " is left out: it has no UPID\n");
+    }
+  }
+  return upids;
+}
+
+std::string addedSection(const CatalogueOptions& options, OrvaneAppInfoArray& catalogue,
+                         const Upids& chosen) {
+  const std::string name = inputName(options.add);
+  const OrvaneAppMapping applications = readApplications(options.add);
+  for (const unsigned int upid : chosen) {
+    if (upid == kOrvaneNoUpid || applications.find(upid) == applications.end()) {
+      throw Failure(name + " has no application with UPID " + std::to_string(upid));
+    }
+  }
+  const Upids upids = chosen.empty() ? upidsOf(applications, name) : chosen;
+  return catalogue.getAppMappingSection(applications, upids, true);
 }
 
 std::string textOf(const CatalogueOptions& options) {
   Upids upids;
   for (const std::string& list : options.upids) readUpids("--upid", list, upids);
   OrvaneAppInfoArray catalogue = readCatalogue(options.file);
-  if (!options.known.empty() || !options.unknown.empty()) return upidList(catalogue, options);
-  if (!options.with.empty()) {
-    const OrvaneAppMapping applications = readApplications(options.with);
-    return catalogue.getMergedAppMappingSection(
-        applications, chosenUpids(upids, catalogue, &OrvaneAppInfo::getUPID), true);
+  if (!options.known.empty()) {
+    return upidList("--known", options.known, catalogue, &OrvaneAppInfoArray::getCommonPortList);
   }
-  if (!options.add.empty()) {
-    const OrvaneAppMapping applications = readApplications(options.add);
-    return catalogue.getAppMappingSection(
-        applications, chosenUpids(upids, applications, &OrvaneApplication::getUpid), true);
+  if (!options.unknown.empty()) {
+    return upidList("--unknown", options.unknown, catalogue,
+                    &OrvaneAppInfoArray::getUnknownPortList);
   }
+  if (!options.with.empty()) return mergedSection(options, catalogue, upids);
+  if (!options.add.empty()) return addedSection(options, catalogue, upids);
   const OrvaneAppInfoArray selected = select(catalogue, upids);
   if (options.section) return selected.getSection(true);
   return options.json ? jsonOf(selected, options.expand) : tableOf(selected, options.expand);

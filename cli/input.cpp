@@ -31,9 +31,13 @@ std::string readAll(const File& file, const std::string& name) {
 
 }  // namespace
 
+std::string inputName(const std::string& path) {
+  return path == "-" ? "standard input" : escape(path);
+}
+
 Input readBytes(const std::string& path) {
   const bool standard = path == "-";
-  Input input{standard ? "standard input" : escape(path), {}};
+  Input input{inputName(path), {}};
   const File file(standard ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (!file.isOpen()) failAsErrno("cannot read " + input.name);
   input.text = readAll(file, input.name);

@@ -12,6 +12,9 @@ struct Input {
   std::string text;
 };
 
+// A path as messages show it; "-" is standard input.
+std::string inputName(const std::string& path);
+
 // Reads a file, or standard input for "-". Throws Failure when it cannot be read.
 Input readBytes(const std::string& path);
 

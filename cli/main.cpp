@@ -150,25 +150,35 @@ Command makeCatalogue(CLI::App& orvane) {
   CLI::App* const parser =
       orvane.add_subcommand("catalogue", "Show an application catalogue, or combine it");
   addSectionText(*parser, "FILE", options->file);
-  parser->add_option("--upid", options->upids, "Only these UPIDs; may be given again")
-      ->type_name("UPIDS")
-      ->allow_extra_args(false);
-  parser->add_flag("--expand", options->expand, "List every port of a range");
+  CLI::Option* const upid =
+      parser->add_option("--upid", options->upids, "Only these UPIDs; may be given again")
+          ->type_name("UPIDS")
+          ->allow_extra_args(false);
+  CLI::Option* const expand =
+      parser->add_flag("--expand", options->expand, "List every port of a range");
   CLI::Option_group* const form = parser->add_option_group("Form", "What is written; one of");
   form->require_option(0, 1);
   form->add_flag("--json", options->json, "All facts as JSON");
-  form->add_flag("--section", options->section, "The catalogue text in canonical form");
+  form->add_flag("--section", options->section, "The catalogue text in canonical form")
+      ->excludes(expand);
   const auto addText = [&](const char* name, std::string& value, const char* type,
                            const char* description) {
-    form->add_option(name, value, description)->type_name(type)->check(kNotEmpty);
+    return form->add_option(name, value, description)
+        ->type_name(type)
+        ->check(kNotEmpty)
+        ->excludes(expand);
   };
   addText("--with", options->with, "APPS",
           "Entries merged with the applications of a mapping text");
   addText("--add", options->add, "APPS", "The catalogue with the applications added");
-  addText("--known", options->known, "UPIDS", "Those of the UPIDs that have an entry");
-  addText("--unknown", options->unknown, "UPIDS", "Those of the UPIDs that have none");
+  addText("--known", options->known, "UPIDS", "Those of the UPIDs that have an entry")
+      ->excludes(upid);
+  addText("--unknown", options->unknown, "UPIDS", "Those of the UPIDs that have none")
+      ->excludes(upid);
   addOutputOption(*parser, options->output);
-  parser->footer("Example: orvane catalogue --with wanted.txt --upid 7000,7001 known.txt");
+  parser->footer(
+      "COUNT is the number of ports in an entry's list; one in two of its elements counts twice.\n"
+      "Example: orvane catalogue --with wanted.txt --upid 7000,7001 known.txt");
   return {parser, [options] { return showCatalogue(*options); }};
 }
 

@@ -30,10 +30,9 @@ TEST_F(CatalogueTest, Writes) {
        group("Version=0/PortType=1/UPID=9/PortRange=53/Reserved1=0/Reserved2=0/Reserved3=0/"
              "FQN=\x1b") +
            web + web},
-      {"--with apps cat",
+      {"--with apps --upid 7,9 cat",
        web + group("Version=0/PortType=1/UPID=9/PortRange=53,853/Reserved1=1/Reserved2=0/"
                    "Reserved3=0/FQN=\x1b")},
-      {"--with apps --upid 5,8 cat", ""},
       {"--add apps --upid 5 /dev/null",
        group("Version=0/PortType=1/UPID=5/PortRange=1/Reserved1=2/Reserved2=0/Reserved3=0/FQN=")},
       {"--known 9,1,7,9 cat", "9,7,9\n"},
@@ -53,11 +52,35 @@ TEST_F(CatalogueTest, Writes) {
   }
 }
 
+TEST_F(CatalogueTest, ReportsWhatItLeavesOut) {
+  write("new", group("GroupID=1/ApplName=a/PortRange=1") + group("GroupID=2/ApplName=b/Action=1"));
+  write("last", group("UPID=4294967295/PortRange=2"));
+  EXPECT_EQ(run("catalogue --with apps cat").err,
+            "cat: entry 'Later' is left out: UPID 7 has an earlier entry\n");
+  EXPECT_EQ(run("catalogue --with new last").out, run("catalogue --section last").out);
+  const Result added = run("catalogue --add new last");
+  EXPECT_EQ(added.out, run("catalogue --section last").out);
+  EXPECT_EQ(added.err,
+            "new: application 'a' is left out: it has no UPID\n"
+            "new: application 'b' is left out: it has no UPID\n");
+}
+
+TEST_F(CatalogueTest, CountsAreNotCut) {
+  const std::string text = group("PortRange=1-40000,30000-60000") +
+                           group("PortRange=1-65535,0-65536") + group("PortRange=7-7,7");
+  for (const std::string count : {" 70001 ", " 131072 ", " 2 ", "type 1: 201075\n"}) {
+    EXPECT_NE(run("catalogue -", text).out.find(count), std::string::npos) << count;
+  }
+  EXPECT_NE(run("catalogue --json -", text).out.find("\"count\": 131072"), std::string::npos);
+}
+
 TEST_F(CatalogueTest, Refuses) {
   write("open", "UPID=1\n");
   for (const std::string arguments :
-       {"--upid 8 cat", "--upid x cat", "--known 1,,2 cat", "--json --section cat", "open",
-        "--with - -", "--add missing cat", "--output cat cat"}) {
+       {"--upid 8 cat", "--with apps --upid 5 cat", "--add apps --upid 7 cat",
+        "--add apps --upid 4294967295 cat", "--known 7 --upid 7 cat", "--expand --section cat",
+        "--expand --with apps cat", "--expand --unknown 7 cat", "--upid x cat", "--known 1,,2 cat",
+        "--json --section cat", "open", "--with - -", "--add missing cat", "--output cat cat"}) {
     SCOPED_TRACE(arguments);
     const Result result = run("catalogue " + arguments);
     EXPECT_EQ(result.status, 2);
