@@ -247,9 +247,8 @@ Command makeImport(CLI::App& orvane) {
   addOutputOption(*parser, options->output);
   parser->footer(
       "Each application has action 1 and one item without address, with the ports of all\n"
-      "protocols; each catalogue entry has those ports and the full name. Lines that are no "
-      "service, and names that are cut, are reported on standard\n"
-      "error.\n"
+      "protocols; each catalogue entry has those ports and the full name. Lines that are no\n"
+      "service, and names that are cut, are reported on standard error.\n"
       "Example: orvane import services --first-upid 5000 /etc/services > known.txt");
   return {parser, [options] { return importServices(*options); }};
 }

@@ -38,7 +38,8 @@ std::vector<Service> parseServices(const Input& input) {
   std::string_view rest = input.text;
   for (std::size_t number = 1; !rest.empty(); ++number) {
     const std::size_t end = std::min(rest.find('\n'), rest.size());
-    std::string_view line = rest.substr(0, std::min(end, rest.find('#')));
+    std::string_view line = rest.substr(0, end);
+    line = line.substr(0, line.find('#'));
     rest.remove_prefix(std::min(end + 1, rest.size()));
     const std::string_view name = nextWord(line);
     const std::string_view portText = nextWord(line);
