@@ -204,7 +204,7 @@ CLI::App* addPack(CLI::App& tree, TreeOptions& options) {
 Command makeTree(CLI::App& orvane) {
   const auto options = std::make_shared<TreeOptions>();
   CLI::App* const parser = orvane.add_subcommand("tree", "Draw and check a protocol tree");
-  const CLI::App* const packer = addPack(*parser, *options);
+  CLI::App* const packer = addPack(*parser, *options);
   parser->add_option("FILE", options->file, "Tree buffer or node buffer, or -")
       ->type_name("")
       ->check(kNotEmpty);
@@ -212,15 +212,19 @@ Command makeTree(CLI::App& orvane) {
   parser->add_option("--format", options->format, "text (if not given), json, csv or dot")
       ->type_name("FORM")
       ->check(CLI::IsMember({"text", "json", "csv", "dot"}));
-  CLI::Option* const upid =
-      parser->add_option("--upid", options->upid, "Only this node")->type_name("UPID");
+  CLI::Option* const upid = parser->add_option("--upid", options->upid, "Only this node")
+                                ->type_name("UPID")
+                                ->check(kNotEmpty);
   parser->add_option("--children", options->children, "Only the children of this node")
       ->type_name("UPID")
+      ->check(kNotEmpty)
       ->excludes(upid);
   addOutputOption(*parser, options->output);
+  for (CLI::Option* const option : parser->get_options()) packer->excludes(option);
   parser->footer(
       "Roots are the nodes whose parent is 0 or themselves. Nodes that no root reaches, links\n"
-      "that lead nowhere or back, and wrong counts of children are findings.\n"
+      "that lead nowhere or back, and wrong counts of children are findings. A node that counts 0\n"
+      "but has a first child has a chain whose last node only closes it: that one is not drawn.\n"
       "Exit status: 0 no finding, 1 any finding, 2 unusable.\n"
       "Example: orvane tree --format dot protocols.tree | dot -Tsvg > protocols.svg");
   return {parser,

@@ -81,7 +81,7 @@ void select(TreeFile& file, const TreeOptions& options) {
   for (const OrvaneUpidNode& node : file.nodes) tree.add(node);
   file.header.reset();
   if (!options.upid.empty()) {
-    file.nodes = {findNode(tree, "--upid", options.upid)};
+    file.nodes.assign(1, findNode(tree, "--upid", options.upid));
     return;
   }
   const unsigned int parent = findNode(tree, "--children", options.children).upid;

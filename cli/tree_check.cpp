@@ -19,7 +19,7 @@ class Walk {
       if (isHeld(node) && isRoot(node)) draw(node);
     }
     for (const OrvaneUpidNode& node : file_.nodes) {
-      if (!isHeld(node)) continue;
+      if (!isHeld(node) || closing_.contains(&node)) continue;
       if (!isRoot(node) && !byUpid_.contains(node.parentUpid)) {
         report(node, "its parent " + std::to_string(node.parentUpid) + " is missing");
       }
@@ -60,8 +60,8 @@ class Walk {
 
   // Draws a root and what it reaches, without recursion: chains may be as long as the file.
   void draw(const OrvaneUpidNode& root) {
+    if (!reached_.insert(&root).second) return;  // it has been drawn as a child
     std::vector<DrawnNode> pending = {{&root, nullptr, 0}};
-    reached_.insert(&root);
     while (!pending.empty()) {
       const DrawnNode next = pending.back();
       pending.pop_back();
@@ -72,15 +72,28 @@ class Walk {
     }
   }
 
+  // Whether a node that follows `count` children ends the chain without being a child. A parent
+  // that counts its children may do without; what names it as parent then is a child too many.
+  static bool isClosing(const OrvaneUpidNode& node, const OrvaneUpidNode& parent,
+                        std::size_t count) {
+    if (node.sibling != 0) return false;
+    return parent.numOfChildren == 0 ||
+           (parent.numOfChildren == count && node.parentUpid != parent.upid);
+  }
+
   void followChildren(const OrvaneUpidNode& parent, std::size_t depth,
                       std::vector<DrawnNode>& pending) {
     std::size_t count = 0;
     const OrvaneUpidNode* from = &parent;
     const char* link = "first child ";
-    for (unsigned int upid = parent.firstChild; upid != 0; ++count) {
+    for (unsigned int upid = parent.firstChild; upid != 0; upid = from->sibling) {
       const auto child = byUpid_.find(upid);
       if (child == byUpid_.end()) {
         report(*from, std::string("its ") + link + std::to_string(upid) + " is missing");
+        break;
+      }
+      if (isClosing(*child->second, parent, count)) {
+        closing_.insert(child->second);
         break;
       }
       if (!reached_.insert(child->second).second) {
@@ -92,12 +105,13 @@ class Walk {
         report(*child->second, "its parent is " + std::to_string(child->second->parentUpid) +
                                    ", but it is a child of " + std::to_string(parent.upid));
       }
-      pending.push_back({child->second, &parent, depth});
+      const bool isChild = parent.numOfChildren == 0 || count < parent.numOfChildren;
+      if (isChild) pending.push_back({child->second, &parent, depth});
+      ++count;
       from = child->second;
       link = "sibling ";
-      upid = from->sibling;
     }
-    if (count != parent.numOfChildren) {
+    if (parent.numOfChildren != 0 && count != parent.numOfChildren) {
       report(parent, "it counts " + std::to_string(parent.numOfChildren) + " children, but " +
                          std::to_string(count) + " are linked");
     }
@@ -107,6 +121,7 @@ class Walk {
   TreeCheck check_;
   std::unordered_map<unsigned int, const OrvaneUpidNode*> byUpid_;
   std::unordered_set<const OrvaneUpidNode*> reached_;
+  std::unordered_set<const OrvaneUpidNode*> closing_;
 };
 
 }  // namespace

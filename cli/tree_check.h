@@ -23,7 +23,8 @@ struct TreeCheck {
   std::vector<std::string> findings;
 };
 
-// Follows the links from the roots, the nodes whose parent is 0 or themselves. What no root
+// Follows the links from the roots, the nodes whose parent is 0 or themselves. Children are what
+// OrvaneUpidTree::getChildrenBuffer() gives; a node that only closes a chain is none. What no root
 // reaches, links that lead nowhere or back, and counts that do not fit are findings.
 TreeCheck checkTree(const TreeFile& file);
 

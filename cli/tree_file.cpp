@@ -8,7 +8,6 @@
 #include "cli/failure.h"
 #include "cli/input.h"
 #include "cli/output.h"
-#include "orvane/upid_array.h"
 
 namespace orvane::cli {
 namespace {
@@ -70,11 +69,9 @@ std::string bufferOf(const TreeFile& file) {
   if (file.header) {
     for (const unsigned int word : *file.header) appendWord(bytes, word);
   }
-  OrvaneUpidArray array;
-  array.assign(file.nodes.begin(), file.nodes.end());
   const std::size_t begin = bytes.size();
   bytes.resize(begin + file.nodes.size() * kNodeSize);
-  array.getBufferChecked(std::span(bytes).subspan(begin));
+  file.nodes.getBufferChecked(std::span(bytes).subspan(begin));
   return bytes;
 }
 

@@ -8,9 +8,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "orvane/upid_node.h"
+#include "orvane/upid_array.h"
 
 namespace orvane::cli {
 
@@ -22,7 +21,7 @@ constexpr std::size_t kHeaderSize = kHeaderWords * sizeof(unsigned int);
 struct TreeFile {
   std::string name;
   std::optional<std::array<unsigned int, kHeaderWords>> header;
-  std::vector<OrvaneUpidNode> nodes;
+  OrvaneUpidArray nodes;
 
   // Where the record of a node begins; only of a buffer.
   std::size_t offsetOf(std::size_t node) const {

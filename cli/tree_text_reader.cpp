@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
+#include <set>
+#include <string>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "cli/failure.h"
 #include "cli/input.h"
@@ -14,9 +18,12 @@
 namespace orvane::cli {
 namespace {
 
-// Which fields a text gives; those that it never gives may be derived.
-using GivenFields = std::array<bool, kNodeFields.size()>;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+// Which fields a text gives; those that it never gives may be derived.
+using GivenFields = std::set<const NodeField*>;
+
+// Null for a field that texts do not have.
 const NodeField* findField(std::string_view name) {
   const auto* const found =
       std::ranges::find_if(kNodeFields, [&](const NodeField& field) { return name == field.name; });
@@ -60,48 +67,72 @@ unsigned int numberOf(const std::string& cell, const std::string& where, std::st
   return *number;
 }
 
+using Cells = std::vector<std::string>;
+
+void readHeader(const Cells& cells, const std::string& where, TreeFile& file) {
+  if (file.header) throw Failure(where + "this is a second header");
+  if (cells.size() != kHeaderWords) throw Failure(where + "a header has eight words");
+  auto& header = file.header.emplace();
+  for (std::size_t i = 1; i < kHeaderWords; ++i) header[i] = numberOf(cells[i], where, "word");
+}
+
+// The fields that the columns give; null is the name.
+using Columns = std::vector<const NodeField*>;
+
+Columns readColumns(const Cells& cells, const std::string& where) {
+  Columns columns;
+  for (const std::string& cell : cells) {
+    const NodeField* const field = findField(cell);
+    if (field == nullptr && cell != "name") throw Failure(where + "unknown column " + quote(cell));
+    if (std::ranges::find(columns, field) != columns.end()) {
+      throw Failure(where + "a second column " + quote(cell));
+    }
+    columns.push_back(field);
+  }
+  if (std::ranges::find(columns, findField("upid")) == columns.end()) {
+    throw Failure(where + "there is no column upid");
+  }
+  return columns;
+}
+
+void readRow(const Cells& cells, const Columns& columns, const std::string& where,
+             OrvaneUpidNode& node) {
+  if (cells.size() != columns.size()) {
+    throw Failure(where + "there are " + std::to_string(cells.size()) + " cells instead of " +
+                  std::to_string(columns.size()));
+  }
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (columns[i] == nullptr) {
+      setName(node, cells[i], where);
+    } else {
+      node.*columns[i]->value = numberOf(cells[i], where, columns[i]->name);
+    }
+  }
+}
+
 void readCsv(const Input& input, TreeFile& file, GivenFields& given) {
-  std::vector<std::string> columns;
+  Columns columns;
   std::string_view rest = input.text;
+  if (rest.starts_with(kByteOrderMark)) rest.remove_prefix(kByteOrderMark.size());
   for (std::size_t number = 1; !rest.empty(); ++number) {
     const std::size_t end = std::min(rest.find('\n'), rest.size());
     std::string_view line = rest.substr(0, end);
     rest.remove_prefix(std::min(end + 1, rest.size()));
     if (line.ends_with('\r')) line.remove_suffix(1);
+    const bool isHeader = line.substr(0, line.find(',')) == "#header";
+    if (line.empty() || (line.front() == '#' && !isHeader)) continue;
     const std::string where = lineLabel(input, number);
-    const auto cells = cellsOf(line, where);
-    if (cells.front() == "#header") {
-      if (cells.size() != kHeaderWords) throw Failure(where + "a header has eight words");
-      auto& header = file.header.emplace();
-      for (std::size_t i = 1; i < kHeaderWords; ++i) header[i] = numberOf(cells[i], where, "word");
-    } else if (line.empty() || line.starts_with('#')) {
-      continue;
+    const Cells cells = cellsOf(line, where);
+    if (isHeader) {
+      readHeader(cells, where, file);
     } else if (columns.empty()) {
-      columns = cells;
-      for (const std::string& column : columns) {
-        const NodeField* const field = findField(column);
-        if (field == nullptr && column != "name") {
-          throw Failure(where + "unknown column " + quote(column));
-        }
-        if (field != nullptr) given[static_cast<std::size_t>(field - kNodeFields.data())] = true;
-      }
-      if (!given[0]) throw Failure(where + "there is no column upid");
+      columns = readColumns(cells, where);
     } else {
-      if (cells.size() != columns.size()) {
-        throw Failure(where + "there are " + std::to_string(cells.size()) + " cells instead of " +
-                      std::to_string(columns.size()));
-      }
-      OrvaneUpidNode& node = file.nodes.emplace_back();
-      for (std::size_t i = 0; i < cells.size(); ++i) {
-        const NodeField* const field = findField(columns[i]);
-        if (field == nullptr) {
-          setName(node, cells[i], where);
-        } else {
-          node.*field->value = numberOf(cells[i], where, columns[i]);
-        }
-      }
+      readRow(cells, columns, where, file.nodes.emplace_back());
     }
   }
+  if (columns.empty()) throw Failure(input.name + ": there is no line of columns");
+  given.insert(columns.begin(), columns.end());
 }
 
 unsigned int wordOf(const Json& json, const std::string& where, std::string_view field) {
@@ -111,16 +142,65 @@ unsigned int wordOf(const Json& json, const std::string& where, std::string_view
   return json.get<unsigned int>();
 }
 
-void readJson(const Input& input, TreeFile& file, GivenFields& given) {
-  Json json;
+// Refuses an object that gives a key twice: the parser would keep one of them.
+class KeyCheck : public nlohmann::json_sax<Json> {
+ public:
+  explicit KeyCheck(std::string where) : where_(std::move(where)) {}
+
+  bool key(string_t& key) override {
+    if (open_.back().insert(key).second) return true;
+    const std::string which = open_.size() == 2 ? "node " + std::to_string(nodes_) + ": " : "";
+    throw Failure(where_ + which + "a second key " + quote(key));
+  }
+  bool start_object(std::size_t /*elements*/) override {
+    open_.emplace_back();
+    if (open_.size() == 2) ++nodes_;
+    return true;
+  }
+  bool end_object() override {
+    open_.pop_back();
+    return true;
+  }
+  bool null() override { return true; }
+  bool boolean(bool /*value*/) override { return true; }
+  bool number_integer(number_integer_t /*value*/) override { return true; }
+  bool number_unsigned(number_unsigned_t /*value*/) override { return true; }
+  bool number_float(number_float_t /*value*/, const string_t& /*text*/) override { return true; }
+  bool string(string_t& /*value*/) override { return true; }
+  bool binary(binary_t& /*value*/) override { return true; }
+  bool start_array(std::size_t /*elements*/) override { return true; }
+  bool end_array() override { return true; }
+  bool parse_error(std::size_t /*offset*/, const std::string& /*token*/,
+                   const Json::exception& /*error*/) override {
+    return false;  // parsing it will tell
+  }
+
+ private:
+  std::string where_;
+  std::vector<std::set<std::string>> open_;  // the keys of each object around
+  std::size_t nodes_ = 0;
+};
+
+Json parseJson(const Input& input) {
+  KeyCheck keys(input.name + ": ");
+  Json::sax_parse(input.text, &keys);
   try {
-    json = Json::parse(input.text);
+    return Json::parse(input.text);
   } catch (const Json::exception& error) {
     throw Failure(input.name + ": " + escape(error.what()));
   }
+}
+
+void readJson(const Input& input, TreeFile& file, GivenFields& given) {
+  const Json json = parseJson(input);
   const std::string where = input.name + ": ";
   if (!json.is_object() || !json.contains("nodes") || !json["nodes"].is_array()) {
     throw Failure(where + "this is no object with an array \"nodes\"");
+  }
+  for (const auto& [key, value] : json.items()) {
+    if (key != "header" && key != "nodes" && key != "findings") {
+      throw Failure(where + "unknown key " + quote(key));
+    }
   }
   if (json.contains("header")) {
     const Json& words = json["header"];
@@ -138,11 +218,13 @@ void readJson(const Input& input, TreeFile& file, GivenFields& given) {
       const NodeField* const field = findField(key);
       if (field != nullptr) {
         node.*field->value = wordOf(value, which, key);
-        given[static_cast<std::size_t>(field - kNodeFields.data())] = true;
-      } else if (key == "name" && value.is_string()) {
-        setName(node, value.get<std::string>(), which);
-      } else {
+        given.insert(field);
+      } else if (key != "name") {
         throw Failure(which + "unknown key " + quote(key));
+      } else if (!value.is_string()) {
+        throw Failure(which + "name is no text");
+      } else {
+        setName(node, value.get<std::string>(), which);
       }
     }
   }
@@ -150,13 +232,12 @@ void readJson(const Input& input, TreeFile& file, GivenFields& given) {
 
 // Links the children of each node in the order of the file, in those fields that it does not give.
 void deriveLinks(TreeFile& file, const GivenFields& given) {
-  const auto isGiven = [&](std::string_view name) {
-    return given[static_cast<std::size_t>(findField(name) - kNodeFields.data())];
-  };
+  const auto isGiven = [&](std::string_view name) { return given.contains(findField(name)); };
   std::unordered_map<unsigned int, OrvaneUpidNode*> byUpid;
   for (OrvaneUpidNode& node : file.nodes) byUpid.try_emplace(node.upid, &node);
   std::unordered_map<unsigned int, OrvaneUpidNode*> lastChild;
   for (OrvaneUpidNode& node : file.nodes) {
+    if (byUpid.at(node.upid) != &node) continue;  // a tree keeps the first of a UPID only
     const auto parent = byUpid.find(node.parentUpid);
     if (node.parentUpid == 0 || node.parentUpid == node.upid || parent == byUpid.end()) continue;
     OrvaneUpidNode*& last = lastChild[node.parentUpid];

@@ -1,3 +1,5 @@
+#include <cstring>
+
 #include "command_test.h"
 
 namespace orvane::cli {
@@ -77,6 +79,10 @@ TEST_F(TreeTest, FindsWhatIsWrong) {
       {"1,0,0,0,0\n1,0,0,0,0\n",
        "  1 '', record at offset 108: the UPID is that of the record at offset 36, which a tree"
        " keeps\n"},
+      {"1,0,2,1,0\n2,0,3,1,0\n3,2,0,0,0\n",
+       "  2 '', record at offset 108: its parent is 0, but it is a child of 1\n"},
+      {"1,0,2,1,0\n2,1,0,0,3\n3,1,0,0,0\n",
+       "  1 '', record at offset 36: it counts 1 children, but 2 are linked\n"},
   };
   for (const auto& [rows, findings] : cases) {
     SCOPED_TRACE(rows);
@@ -85,7 +91,30 @@ TEST_F(TreeTest, FindsWhatIsWrong) {
     const std::size_t heading = result.out.find("Findings:\n");
     ASSERT_NE(heading, std::string::npos);
     EXPECT_EQ(result.out.substr(heading + 10), findings);
+    const std::string drawn = result.out.substr(0, heading);
+    EXPECT_EQ(drawn.find("2 ''"), drawn.rfind("2 ''"));  // at most once
   }
+}
+
+TEST_F(TreeTest, ClosingNodesAreNoChildren) {
+  const Result result = packed(
+      "upid,parentUpid,firstChild,numOfChildren,sibling\n"
+      "1,0,2,0,0\n2,1,4,1,9\n4,2,0,0,9\n9,99,0,0,0\n");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out,
+            "1 '' flags 0, children 0\n  2 '' flags 0, children 1\n"
+            "    4 '' flags 0, children 0\n");
+  EXPECT_EQ(run("tree --children 1 t.tree").out, "2 '' flags 0, children 1\n");
+  EXPECT_EQ(run("tree --children 2 t.tree").out, "4 '' flags 0, children 0\n");
+}
+
+TEST_F(TreeTest, PacksAroundMarksCommentsAndRepeats) {
+  const Result plain = packed("upid,parentUpid\n1,0\n2,1\n3,1\n");
+  EXPECT_EQ(packed("\xEF\xBB\xBFupid,parentUpid\n# 19\" rack\n1,0\n2,1\n3,1\n").out, plain.out);
+  EXPECT_EQ(packed("upid,parentUpid\n1,0\n2,1\n3,1\n2,1\n").out,
+            plain.out +
+                "Findings:\n  2 '', record at offset 252: the UPID is that of the record at offset"
+                " 108, which a tree keeps\n");
 }
 
 TEST_F(TreeTest, StaysInsideTheFile) {
@@ -108,6 +137,7 @@ TEST_F(TreeTest, RefusesWhatItCannotUse) {
     const char* name;
     const char* text;
   } texts[] = {
+      // the name, and what the message goes on with
       {"a.csv", "name\nx\n"},
       {"b.csv", "upid,nam\n1,x\n"},
       {"c.csv", "upid\n1,2\n"},
@@ -115,6 +145,13 @@ TEST_F(TreeTest, RefusesWhatItCannotUse) {
       {"e.csv", "upid,name\n1,\"x"},
       {"f.csv", "upid,name\n1,\\x4\n"},
       {"g.csv", "#header,1\nupid\n"},
+      {"g.csv:2", "upid\n\"#header\",1,2,3,4,5,6,7,8\n"},
+      {"g.csv:1", "upid,upid\n"},
+      {"g.csv:2", "#header,1,2,3,4,5,6,7,8\n#header,1,2,3,4,5,6,7,8\n"},
+      {"g.csv", ""},
+      {"g.json: node 2: a second key 'upid'", "{\"nodes\":[{\"upid\":1},{\"upid\":1,\"upid\":2}]}"},
+      {"g.json: node 1: name is no text", "{\"nodes\":[{\"upid\":1,\"name\":5}]}"},
+      {"g.json: unknown key 'head'", "{\"nodes\":[],\"head\":[]}"},
       {"a.json", "{"},
       {"b.json", "[]"},
       {"c.json", "{\"nodes\":[{}]}"},
@@ -124,14 +161,17 @@ TEST_F(TreeTest, RefusesWhatItCannotUse) {
       {"x.txt", "upid\n1\n"},
   };
   for (const auto& [name, text] : texts) {
-    write(name, text);
-    const Result result = run("tree pack " + std::string(name) + " --output made");
+    const std::string file(name, std::strcspn(name, ":"));
+    write(file, text);
+    const Result result = run("tree pack " + file + " --output made");
     EXPECT_EQ(result.status, 2) << name;
     EXPECT_NE(result.err.find(name), std::string::npos) << result.err;
   }
   EXPECT_FALSE(std::filesystem::exists(path("made")));
-  for (const std::string arguments : {"tree", "tree --upid 9 t.tree", "tree --children x t.tree",
-                                      "tree --nodes t.tree", "tree pack t.csv"}) {
+  for (const std::string arguments :
+       {"tree", "tree --upid 9 t.tree", "tree --children x t.tree", "tree --nodes t.tree",
+        "tree pack t.csv", "tree --upid '' t.tree", "tree --children '' t.tree",
+        "tree t.tree pack t.csv --output made"}) {
     EXPECT_EQ(run(arguments).status, 2) << arguments;
   }
 }
