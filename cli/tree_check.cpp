@@ -81,6 +81,7 @@ class Walk {
            (parent.numOfChildren == count && node.parentUpid != parent.upid);
   }
 
+  // A chain that breaks is one finding: its length is none.
   void followChildren(const OrvaneUpidNode& parent, std::size_t depth,
                       std::vector<DrawnNode>& pending) {
     std::size_t count = 0;
@@ -90,7 +91,7 @@ class Walk {
       const auto child = byUpid_.find(upid);
       if (child == byUpid_.end()) {
         report(*from, std::string("its ") + link + std::to_string(upid) + " is missing");
-        break;
+        return;
       }
       if (isClosing(*child->second, parent, count)) {
         closing_.insert(child->second);
@@ -99,7 +100,7 @@ class Walk {
       if (!reached_.insert(child->second).second) {
         report(*from, std::string("its ") + link + std::to_string(upid) +
                           " is linked already: a cycle or a second parent");
-        break;
+        return;
       }
       if (child->second->parentUpid != parent.upid) {
         report(*child->second, "its parent is " + std::to_string(child->second->parentUpid) +

@@ -81,6 +81,9 @@ TEST_F(TreeTest, FindsWhatIsWrong) {
        " keeps\n"},
       {"1,0,2,1,0\n2,0,3,1,0\n3,2,0,0,0\n",
        "  2 '', record at offset 108: its parent is 0, but it is a child of 1\n"},
+      {"2,0,3,1,0\n1,0,2,1,0\n3,2,0,0,0\n",
+       "  1 '', record at offset 108: its first child 2 is linked already: a cycle or a second "
+       "parent\n"},
       {"1,0,2,1,0\n2,1,0,0,3\n3,1,0,0,0\n",
        "  1 '', record at offset 36: it counts 1 children, but 2 are linked\n"},
   };
