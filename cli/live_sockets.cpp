@@ -110,6 +110,7 @@ std::vector<Use> readLiveSockets(const std::string& proc) {
 
 std::vector<std::string> liveSocketFiles(const std::string& proc) {
   std::vector<std::string> paths;
+  paths.reserve(kTables.size());
   for (const SocketTable& table : kTables) paths.push_back(pathOf(table, proc));
   return paths;
 }
