@@ -95,9 +95,7 @@ TEST_F(CheckTest, UsedIsOneLineThatLosesNothing) {
       {"--ports 10-20,25-30,41-50 --ports 5-20", "5-20,25-30,41-50\n"},
       {"--ports 80-90,80,22-22", "22,80,80-90\n"},
   };
-  for (const auto& [arguments, out] : cases) {
-    EXPECT_EQ(run("used " + std::string(arguments)).out, out);
-  }
+  for (const auto& [list, out] : cases) EXPECT_EQ(run("used " + std::string(list)).out, out);
   const Result result = run("used --ports 80,x");
   EXPECT_EQ(result.out, "80\n");
   EXPECT_EQ(result.err, "orvane used: --ports: 'x' is skipped: it is no port or range\n");
