@@ -71,9 +71,10 @@ int main(int argc, char** argv) {
   const std::string text = mapping.getSection(true);
   const auto parsed = plain::applicationsOf(mapping);
   const Use floor = measure([&] { return plain::build(parsed); });
-  std::cout << std::fixed << std::setprecision(2)
-            << "| memory after reading a mapping text | held, KiB | peak, KiB | held to floor | peak "
-               "to floor |\n|---|---|---|---|---|\n";
+  std::cout
+      << std::fixed << std::setprecision(2)
+      << "| memory after reading a mapping text | held, KiB | peak, KiB | held to floor | peak "
+         "to floor |\n|---|---|---|---|---|\n";
   write("floor", floor, floor);
   write("library", measure([&] {
           OrvaneAppMapping read;

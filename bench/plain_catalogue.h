@@ -37,8 +37,12 @@ struct HeldEntry {
 };
 
 inline HeldEntry build(const Entry& entry) {
-  HeldEntry held = {entry.version, entry.portType, entry.upid, {},
-                    {entry.reserved[0], entry.reserved[1], entry.reserved[2]}, {}};
+  HeldEntry held = {entry.version,
+                    entry.portType,
+                    entry.upid,
+                    {},
+                    {entry.reserved[0], entry.reserved[1], entry.reserved[2]},
+                    {}};
   for (const Port& plainPort : entry.ports) {
     OrvanePort port;
     if (plainPort.number != 0) {
@@ -58,13 +62,18 @@ inline std::vector<Entry> entriesOf(const OrvaneAppInfoArray& catalogue) {
   std::vector<Entry> entries;
   for (const OrvaneAppInfo& entry : catalogue) {
     Entry& made = entries.emplace_back(
-        Entry{entry.getVersion(), static_cast<int>(entry.getPortType()), entry.getUPID(), {},
-              {entry.getReserved1(), entry.getReserved2(), entry.getReserved3()}, entry.getFQN()});
-    for (const char* next = entry.getPorts(); *next != '\0'; next += *next == ',') {
+        Entry{entry.getVersion(),
+              static_cast<int>(entry.getPortType()),
+              entry.getUPID(),
+              {},
+              {entry.getReserved1(), entry.getReserved2(), entry.getReserved3()},
+              entry.getFQN()});
+    for (const char* next = entry.getPorts(); *next != '\0'; next += *next == ',' ? 1 : 0) {
       char* end = nullptr;
       const auto first = static_cast<unsigned int>(std::strtoul(next, &end, 10));
       if (*end == '-') {
-        made.ports.push_back({0, first, static_cast<unsigned int>(std::strtoul(end + 1, &end, 10))});
+        made.ports.push_back(
+            {0, first, static_cast<unsigned int>(std::strtoul(end + 1, &end, 10))});
       } else {
         made.ports.push_back({first, 0, 0});
       }

@@ -95,8 +95,7 @@ struct RangeCheck {
 // The same, with sockets as well, each between the ranges: ten times as many as ranges, on a
 // thousand addresses.
 struct MixedCheck : RangeCheck {
-  explicit MixedCheck(std::int64_t size)
-      : RangeCheck(size), socketPorts(ports(size / 100, 5, 6)) {}
+  explicit MixedCheck(std::int64_t size) : RangeCheck(size), socketPorts(ports(size / 100, 5, 6)) {}
 
   Ports socketPorts;
 };

@@ -37,7 +37,8 @@ void addPrinting() {
     for (std::size_t i = 0; i < texts.sockets.size(); ++i) {
       OrvanePortMapping list;
       list.setPorts(texts.sockets[i]);
-      for (const unsigned int port : list.getPorts()) sockets.emplace_back(data::addressOf(i), port);
+      for (const unsigned int port : list.getPorts())
+        sockets.emplace_back(data::addressOf(i), port);
     }
     OrvanePortMapping all;
     all.setPorts(texts.all);
@@ -52,7 +53,8 @@ void addPrinting() {
                        address >> 8 & 0xFF, address & 0xFF, port);
       }
       for (const unsigned short port : ports) fmt::format_to(out, FMT_COMPILE("{},"), port);
-      for (const auto& [start, end] : ranges) fmt::format_to(out, FMT_COMPILE("{}-{},"), start, end);
+      for (const auto& [start, end] : ranges)
+        fmt::format_to(out, FMT_COMPILE("{}-{},"), start, end);
       return text.size();
     };
   });
@@ -108,10 +110,9 @@ void addMappingCheck() {
     const data::MappingCheck input(size);
     const std::vector<unsigned short> used(input.socketPorts.begin(), input.socketPorts.end());
     return [=] {
-      return std::ranges::any_of(input.wantedPorts,
-                                 [&](unsigned short port) {
-                                   return std::ranges::binary_search(used, port);
-                                 }) ||
+      return std::ranges::any_of(
+                 input.wantedPorts,
+                 [&](unsigned short port) { return std::ranges::binary_search(used, port); }) ||
              std::ranges::any_of(input.wantedRanges, [&](const OrvanePortRange& range) {
                const auto port = std::ranges::lower_bound(used, range.getStart());
                return port != used.end() && *port <= range.getEnd();

@@ -22,11 +22,10 @@ struct Kind {
 };
 
 inline std::string join(const Lists& items) {
-  return std::accumulate(
-      items.begin(), items.end(), std::string(),
-      [](const std::string& text, const std::string& item) {
-        return text.empty() ? item : text + "," + item;
-      });
+  return std::accumulate(items.begin(), items.end(), std::string(),
+                         [](const std::string& text, const std::string& item) {
+                           return text.empty() ? item : text + "," + item;
+                         });
 }
 
 inline Lists shortLists(std::int64_t size) {
@@ -57,8 +56,7 @@ inline Lists randomList(std::int64_t size) {
     if (i > 0) list += ',';
     if (i % 3 == 2) {
       const unsigned int start = workload::pick(random, 1, static_cast<unsigned int>(50 * size));
-      list += std::to_string(start) + '-' +
-              std::to_string(start + workload::pick(random, 1, 60));
+      list += std::to_string(start) + '-' + std::to_string(start + workload::pick(random, 1, 60));
     } else {
       list += std::to_string(workload::pick(random, 1, 65535));
     }

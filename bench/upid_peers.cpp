@@ -18,9 +18,8 @@ Map mapOf(const data::Records& nodes) {
 }
 
 void addTreeReading(const std::string& operation, data::Records (*recordsOf)(std::int64_t)) {
-  bench::add(operation, "std::map", data::kSizes, [=](std::int64_t size) {
-    return [nodes = recordsOf(size)] { return mapOf(nodes); };
-  });
+  bench::add(operation, "std::map", data::kSizes,
+             [=](std::int64_t size) { return [nodes = recordsOf(size)] { return mapOf(nodes); }; });
 }
 
 void addChildrenWriting() {

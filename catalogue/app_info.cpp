@@ -23,14 +23,13 @@ unsigned char** OrvaneAppInfo::getKeyNames() {
 
 OrvaneAppInfo::~OrvaneAppInfo() = default;
 
-OrvaneAppInfo& OrvaneAppInfo::assign(const OrvaneApplication& application) {
+void OrvaneAppInfo::assign(const OrvaneApplication& application) {
   upid = application.getUpid();
   portType = application.getType() == kOrvaneSelectorTypeDefault ? kOrvanePortTypeDefault
                                                                  : kOrvanePortTypeOther;
   version = reserved1 = reserved2 = reserved3 = 0;
   std::memcpy(fqn, application.name, sizeof application.name);
   addPorts(application);
-  return *this;
 }
 
 void OrvaneAppInfo::setFQN(const char* name) {

@@ -15,13 +15,16 @@ void OrvanePortCounter::add(const char* text) {
   auto port = ports.begin();
   list.ports.forEach([&](std::uint16_t number) { port = ports.insert(port, number); });
   auto place = ranges.begin();
-  for (const auto& [start, end] : list.ranges) place = ranges.emplace_hint(place, start, end);
+  list.ranges.forEach([&](std::uint32_t start, std::uint32_t end) {
+    place = ranges.emplace_hint(place, start, end);
+  });
 }
 
 void OrvanePortCounter::remove(const char* text) {
   const orvane::PortListContent list(orvane::viewOf(text));
   list.ports.forEach([&](std::uint16_t number) { ports.erase(number); });
-  for (const auto& [start, end] : list.ranges) ranges.erase(OrvanePortRange(start, end));
+  list.ranges.forEach(
+      [&](std::uint32_t start, std::uint32_t end) { ranges.erase(OrvanePortRange(start, end)); });
 }
 
 void OrvanePortCounter::addSocket(unsigned int address, const char* text) {

@@ -71,9 +71,9 @@ void fill(tagPortMapping& mapping, const PortListContent& content) {
   mapping.ranges.clear();
   content.ports.forEach(
       [&](std::uint16_t port) { mapping.ports.insert(mapping.ports.end(), port); });
-  for (const auto& [start, end] : content.ranges) {
+  content.ranges.forEach([&](std::uint32_t start, std::uint32_t end) {
     mapping.ranges.emplace_hint(mapping.ranges.end(), start, end);
-  }
+  });
 }
 
 std::string& portListText() {

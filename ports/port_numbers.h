@@ -43,7 +43,8 @@ class PortNumbers {
     for (const std::uint16_t port : ascending_) take(port);
     for (std::size_t word = 0; word < bits_.size(); ++word) {
       for (std::uint64_t bits = bits_[word]; bits != 0; bits &= bits - 1) {
-        take(static_cast<std::uint16_t>(word * kBits + static_cast<unsigned>(std::countr_zero(bits))));
+        take(static_cast<std::uint16_t>(word * kBits +
+                                        static_cast<unsigned>(std::countr_zero(bits))));
       }
     }
   }

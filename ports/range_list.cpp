@@ -10,18 +10,18 @@ namespace {
 
 constexpr std::uint32_t kMaxPort = std::numeric_limits<std::uint16_t>::max();
 
-// The standard binary search, with "does not overlap" in the place of "comes before". The elements
-// are not partitioned by that test, so which element is found depends on the probes: always the
-// middle first.
-template <typename Iterator, typename Overlaps>
-Iterator searchOverlap(Iterator first, std::size_t count, const Overlaps& overlaps) {
+// The standard binary search over ranks from 0, with "does not overlap" in the place of "comes
+// before". The elements are not partitioned by that test, so which one is found depends on the
+// probes: always the middle first.
+template <typename Overlaps>
+std::size_t searchOverlap(std::size_t count, Overlaps overlaps) {
+  std::size_t first = 0;
   while (count > 0) {
     const std::size_t half = count / 2;
-    const Iterator middle = std::next(first, static_cast<std::ptrdiff_t>(half));
-    if (overlaps(*middle)) {
+    if (overlaps(first + half)) {
       count = half;
     } else {
-      first = std::next(middle);
+      first += half + 1;
       count -= half + 1;
     }
   }
@@ -37,8 +37,16 @@ bool overlap(Bounds a, Bounds b) {
 std::set<OrvanePortRange>::iterator addRange(std::set<OrvanePortRange>& ranges,
                                              const OrvanePortRange& range, Bounds& covered) {
   covered = {range.getStart(), range.getEnd()};
-  const auto found = searchOverlap(ranges.begin(), ranges.size(),
-                                   [&](const OrvanePortRange& r) { return r.overlap(range); });
+  auto probe = ranges.begin();
+  std::size_t probeRank = 0;
+  const auto stepTo = [&](std::size_t rank) {
+    for (; probeRank < rank; ++probeRank) ++probe;
+    for (; probeRank > rank; --probeRank) --probe;
+    return probe;
+  };
+  const std::size_t rank = searchOverlap(
+      ranges.size(), [&](std::size_t middle) { return stepTo(middle)->overlap(range); });
+  const auto found = stepTo(rank);
   if (found == ranges.end()) {
     ranges.insert(range);
     return found;
@@ -61,29 +69,84 @@ void erasePorts(std::set<unsigned short>& ports, Bounds covered) {
   while (port != ports.end() && *port <= covered.end) port = ports.erase(port);
 }
 
+RangeList::RangeList() {
+  blocks_.reserve(1);
+  blocks_.emplace_back().reserve(kShortList);
+}
+
 Bounds RangeList::add(Bounds range) {
-  const auto byEnd = [](Bounds a, Bounds b) { return a.end < b.end; };
-  if (ranges_.empty() || (ranges_.back().end < range.start && range.start <= range.end)) {
-    ranges_.push_back(range);  // in ascending order nothing overlaps
+  const Block& last = blocks_.back();
+  if (last.empty() || (last.back().end < range.start && range.start <= range.end)) {
+    insert({blocks_.size() - 1, last.size()}, range);  // in ascending order nothing overlaps
     return range;
   }
-  const auto found = searchOverlap(ranges_.begin(), ranges_.size(),
-                                   [&](Bounds element) { return overlap(element, range); });
-  if (found == ranges_.end()) {
-    const auto place = std::lower_bound(ranges_.begin(), ranges_.end(), range, byEnd);
-    if (place == ranges_.end() || place->end != range.end) ranges_.insert(place, range);
+  const Place found = findOverlap(range);
+  if (isEnd(found)) {
+    const Place place = lowerBound(range.end);
+    if (isEnd(place) || at(place).end != range.end) insert(place, range);
     return range;
   }
-  Bounds widened = {std::min(found->start, range.start), std::max(found->end, range.end)};
-  const auto place = std::lower_bound(found + 1, ranges_.end(), widened, byEnd);
-  if (place != ranges_.end() && place->end == widened.end) {
-    place->start = std::min(place->start, widened.start);
-    widened = *place;
-    ranges_.erase(found);
-  } else {
-    *std::move(found + 1, place, found) = widened;
+  Bounds widened = {std::min(at(found).start, range.start), std::max(at(found).end, range.end)};
+  if (widened.end == at(found).end) return at(found) = widened;
+  erase(found);
+  const Place place = lowerBound(widened.end);
+  if (!isEnd(place) && at(place).end == widened.end) {
+    widened.start = std::min(at(place).start, widened.start);
+    return at(place) = widened;
   }
+  insert(place, widened);
   return widened;
+}
+
+RangeList::Place RangeList::findOverlap(Bounds range) const {
+  // Probes go up and down by ever smaller steps, so all of them together pass each block about
+  // once.
+  std::size_t block = 0;
+  std::size_t firstRank = 0;
+  const auto placeOf = [&](std::size_t rank) -> Place {
+    while (rank >= firstRank + blocks_[block].size() && block + 1 < blocks_.size()) {
+      firstRank += blocks_[block++].size();
+    }
+    while (rank < firstRank) firstRank -= blocks_[--block].size();
+    return {block, rank - firstRank};
+  };
+  return placeOf(searchOverlap(size_, [&](std::size_t middle) {
+    const Place place = placeOf(middle);
+    return overlap(blocks_[place.block][place.index], range);
+  }));
+}
+
+RangeList::Place RangeList::lowerBound(std::uint32_t end) const {
+  const auto endsBelow = [=](Bounds range) { return range.end < end; };
+  const auto block = std::partition_point(blocks_.begin(), blocks_.end() - 1,
+                                          [&](const Block& b) { return endsBelow(b.back()); });
+  const auto place = std::partition_point(block->begin(), block->end(), endsBelow);
+  return {static_cast<std::size_t>(block - blocks_.begin()),
+          static_cast<std::size_t>(place - block->begin())};
+}
+
+void RangeList::insert(Place place, Bounds range) {
+  Block& block = blocks_[place.block];
+  block.insert(block.begin() + static_cast<std::ptrdiff_t>(place.index), range);
+  ++size_;
+  if (block.size() <= kBlock) return;
+  // Where ranges are appended, the full block stays full.
+  const bool appended = place.block + 1 == blocks_.size() && place.index + 1 == block.size();
+  const auto middle = appended ? block.end() - 1 : block.begin() + kBlock / 2;
+  Block upper(&memory_);
+  upper.reserve(kBlock + 1);
+  upper.assign(middle, block.end());
+  block.erase(middle, block.end());
+  blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block) + 1, std::move(upper));
+}
+
+void RangeList::erase(Place place) {
+  Block& block = blocks_[place.block];
+  block.erase(block.begin() + static_cast<std::ptrdiff_t>(place.index));
+  --size_;
+  if (block.empty() && blocks_.size() > 1) {
+    blocks_.erase(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block));
+  }
 }
 
 }  // namespace orvane

@@ -29,27 +29,50 @@ std::set<OrvanePortRange>::iterator addRange(std::set<OrvanePortRange>& ranges,
 // Removes the ports inside a range.
 void erasePorts(std::set<unsigned short>& ports, Bounds covered);
 
-// The ranges of a list while it is being read: a sorted array answers the probes by rank that
-// merging needs in constant time, where a set would have to step. A short list stays on the stack.
+// The ranges of a list while it is being read, by their ends. Merging needs probes by rank, for
+// which a set would have to step: this one keeps blocks of them, so that it finds a rank in a few
+// steps and moves little to make room. A short list is one block on the stack.
 class RangeList {
  public:
-  RangeList() { ranges_.reserve(kShortList); }
+  RangeList();
   RangeList(const RangeList&) = delete;
   RangeList& operator=(const RangeList&) = delete;
 
   // Adds one range as addRange() does for a set; returns the range whose ports are swallowed.
   Bounds add(Bounds range);
 
-  // The ranges, by their ends.
-  auto begin() const { return ranges_.begin(); }
-  auto end() const { return ranges_.end(); }
+  // Calls take(start, end) for each range, in order.
+  template <typename Take>
+  void forEach(Take take) const {
+    for (const Block& block : blocks_) {
+      for (const Bounds& range : block) take(range.start, range.end);
+    }
+  }
 
  private:
   static constexpr std::size_t kShortList = 64;
+  static constexpr std::size_t kBlock = 512;
 
-  alignas(Bounds) std::array<std::byte, kShortList * sizeof(Bounds)> room_;
+  using Block = std::pmr::vector<Bounds>;  // ascending by end; empty only while the list is
+
+  struct Place {
+    std::size_t block;
+    std::size_t index;
+  };
+
+  bool isEnd(Place place) const { return place.index == blocks_[place.block].size(); }
+  Bounds& at(Place place) { return blocks_[place.block][place.index]; }
+
+  // The end position is that of the last block.
+  Place findOverlap(Bounds range) const;
+  Place lowerBound(std::uint32_t end) const;
+  void insert(Place place, Bounds range);
+  void erase(Place place);
+
+  alignas(Block) std::array<std::byte, sizeof(Block) + kShortList * sizeof(Bounds)> room_;
   std::pmr::monotonic_buffer_resource memory_{room_.data(), room_.size()};
-  std::pmr::vector<Bounds> ranges_{&memory_};
+  std::pmr::vector<Block> blocks_{&memory_};
+  std::size_t size_ = 0;
 };
 
 }  // namespace orvane

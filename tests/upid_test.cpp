@@ -3,8 +3,10 @@
 #include <orvane/upid_tree.h>
 
 #include <climits>
+#include <map>
 #include <numeric>
 #include <optional>
+#include <random>
 #include <span>
 #include <string>
 #include <utility>
@@ -162,6 +164,23 @@ TEST(UpidTree, KeepsTheFirstNodeOfAUpid) {
   int length = 0;
   copy.getBuffer(nullptr, length);
   EXPECT_EQ(length, 288);
+}
+
+TEST(UpidTree, ReadsNodesInAnyOrder) {
+  std::mt19937 random(5);
+  std::map<unsigned int, std::string> first;
+  std::string records;
+  for (unsigned int i = 0; i < 3000; ++i) {
+    const auto upid = static_cast<unsigned int>(i < 50 ? i : random() >> random() % 32);
+    const std::string added = record(upid, std::to_string(i).c_str());
+    first.try_emplace(upid, added);
+    records += added;
+  }
+  std::string inOrder;
+  for (const auto& [upid, added] : first) inOrder += added;
+  OrvaneUpidTree held;
+  held.setBufferChecked(tree(3000, 6, records));
+  EXPECT_EQ(written(held), inOrder);
 }
 
 TEST(UpidTree, NeverInsertsWhenLookingUp) {

@@ -58,7 +58,8 @@ class ORVANE_EXPORT OrvaneAppInfo {
   /// (A template, so that `entry = {}` can only mean a default entry.)
   template <std::derived_from<OrvaneApplication> Application>
   OrvaneAppInfo& operator=(const Application& application) {
-    return assign(application);
+    assign(application);
+    return *this;
   }
 
   /// @name Fields
@@ -141,7 +142,7 @@ class ORVANE_EXPORT OrvaneAppInfo {
  private:
   friend struct orvane::AppInfoAccess;
 
-  OrvaneAppInfo& assign(const OrvaneApplication& application);
+  void assign(const OrvaneApplication& application);
 
   unsigned int version = 0;
   tagAppInfoPortType portType = kOrvanePortTypeDefault;
