@@ -23,15 +23,19 @@ inline std::string together(std::int64_t size) {
   return workload::applications(size).getSection(true);
 }
 
-// The same groups in random order, so that those of one application stand apart.
-inline std::string scattered(std::int64_t size) {
-  const std::string text = together(size);
+inline std::vector<std::string> groupsOf(const std::string& text) {
   std::vector<std::string> groups;
   for (std::size_t begin = 0; begin < text.size();) {
     const std::size_t end = text.find("\n;\n", begin) + 3;
     groups.push_back(text.substr(begin, end - begin));
     begin = end;
   }
+  return groups;
+}
+
+// The same groups in random order, so that those of one application stand apart.
+inline std::string scattered(std::int64_t size) {
+  std::vector<std::string> groups = groupsOf(together(size));
   std::shuffle(groups.begin(), groups.end(), workload::Random(1));
   return std::accumulate(groups.begin(), groups.end(), std::string());
 }

@@ -1,8 +1,13 @@
 // Operations on whole collections, by what others wrote.
 
+#define SI_NO_CONVERSION  // it is built for plain characters
+#include <SimpleIni.h>
 #include <fmt/format.h>
 #include <ini.h>
 #include <rapidjson/document.h>
+
+#include <memory>
+#include <unordered_map>
 
 #include "applications_data.h"
 #include "plain.h"
@@ -30,23 +35,42 @@ std::string jsonOf(const std::vector<plain::Application>& applications) {
   return json + "]";
 }
 
+// The facts of a text: an application for each, or, when its groups are scattered, for each group.
+std::vector<plain::Application> factsOf(const std::string& text, bool scattered) {
+  OrvaneAppMapping mapping;
+  if (!scattered) mapping.setSection(text.c_str());
+  for (const std::string& group : scattered ? data::groupsOf(text) : std::vector<std::string>()) {
+    OrvaneApplication application;
+    application.setSection(group.c_str());
+    mapping.push_back(application);
+  }
+  return plain::applicationsOf(mapping);
+}
+
 // The same containers as the library's, filled from a parsed document, without any check: the facts
-// are in order and of the right types.
-std::vector<tagApplication> applicationsOf(const rapidjson::Document& document) {
+// are of the right types. Those of one UPID are united when they are scattered.
+std::vector<tagApplication> applicationsOf(const rapidjson::Document& document, bool scattered) {
   std::vector<tagApplication> applications;
+  std::unordered_map<unsigned int, std::size_t> places;
   applications.reserve(document.Size());
+  if (scattered) places.reserve(document.Size());
   for (const auto& fact : document.GetArray()) {
-    tagApplication& application = applications.emplace_back();
+    std::size_t place = applications.size();
+    if (scattered) place = places.try_emplace(fact["upid"].GetUint(), place).first->second;
+    if (place == applications.size()) applications.emplace_back();
+    tagApplication& application = applications[place];
     application.upid = fact["upid"].GetUint();
     application.type = static_cast<tagSelectorType>(fact["type"].GetInt());
     application.action = static_cast<tagActionType>(fact["action"].GetInt());
     const auto& name = fact["name"];
     std::memcpy(application.name, name.GetString(), name.GetStringLength());
     const auto& items = fact["items"].GetArray();
-    application.items.reserve(items.Size());
+    if (!scattered) application.items.reserve(items.Size());
     for (const auto& itemFact : items) {
-      OrvanePortMapping& item = *application.items.insert(application.items.end(), {});
-      item.ip.address = itemFact["address"].GetUint();
+      OrvanePortMapping fresh;
+      fresh.ip.address = itemFact["address"].GetUint();
+      OrvanePortMapping& item =
+          *application.items.insert(application.items.end(), std::move(fresh));
       item.uniqueBlockNumber = itemFact["block"].GetUint();
       item.selectorInfo = static_cast<tagSelectorInfo>(itemFact["info"].GetInt());
       for (const auto& port : itemFact["ports"].GetArray()) {
@@ -66,14 +90,14 @@ int countPair(void* count, const char* /*section*/, const char* /*name*/, const 
 }
 
 // RapidJSON is given what it needs to end with the same facts in the same containers; inih only
-// counts the pairs, which no reader can avoid.
+// counts the pairs, which no reader can avoid; SimpleIni keeps them as texts.
 template <typename TextOf>
-void addReading(const std::string& operation, TextOf textOf) {
-  bench::add(operation, "RapidJSON", data::kSizes, [](std::int64_t size) {
-    return [json = jsonOf(plain::applicationsOf(workload::applications(size)))] {
+void addReading(const std::string& operation, bool scattered, TextOf textOf) {
+  bench::add(operation, "RapidJSON", data::kSizes, [=](std::int64_t size) {
+    return [=, json = jsonOf(factsOf(textOf(size), scattered))] {
       rapidjson::Document document;
       document.Parse(json.data(), json.size());
-      return applicationsOf(document);
+      return applicationsOf(document, scattered);
     };
   });
   bench::add(operation, "inih", data::kSizes, [textOf](std::int64_t size) {
@@ -81,6 +105,13 @@ void addReading(const std::string& operation, TextOf textOf) {
       int count = 0;
       ini_parse_string(text.c_str(), countPair, &count);
       return count;
+    };
+  });
+  bench::add(operation, "SimpleIni", data::kSizes, [textOf](std::int64_t size) {
+    return [text = textOf(size)] {
+      auto pairs = std::make_unique<CSimpleIniA>(false, true);
+      pairs->LoadData(text.data(), text.size());
+      return pairs;
     };
   });
 }
@@ -112,7 +143,7 @@ void addWriting() {
 }  // namespace
 
 void bench::addPeers() {
-  addReading(data::kReadTogether, data::together);
-  addReading(data::kReadScattered, data::scattered);
+  addReading(data::kReadTogether, false, data::together);
+  addReading(data::kReadScattered, true, data::scattered);
   addWriting();
 }

@@ -164,6 +164,14 @@ TEST(UpidTree, KeepsTheFirstNodeOfAUpid) {
   int length = 0;
   copy.getBuffer(nullptr, length);
   EXPECT_EQ(length, 288);
+  std::string nodes(288, '?');
+  copy.getBuffer(nodes.data(), length);
+  EXPECT_EQ(nodes, written(copy));
+  OrvaneUpidArray array;
+  array.setBuffer(nodes.data(), length);
+  std::string again(288, '?');
+  EXPECT_EQ(array.getBuffer(again.data()), 288);
+  EXPECT_EQ(again, nodes);
 }
 
 TEST(UpidTree, ReadsNodesInAnyOrder) {
