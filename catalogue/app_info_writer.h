@@ -72,7 +72,7 @@ class AppInfoWriter {
 // The numbers that an element stands for, none above 65535; none at all when start > end.
 inline Bounds numbersOf(const OrvanePort& port) {
   if (port.getPort() != 0) return {port.getPort(), port.getPort()};
-  return {port.getStart(), std::min<std::uint32_t>(port.getEnd(), 65535)};
+  return {port.getStart(), std::min(port.getEnd(), kMaxPort)};
 }
 
 // Appends the numbers to a list, a "," after each; and takes back the last one.

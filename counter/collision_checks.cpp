@@ -53,7 +53,7 @@ Bounds carriedBounds(const OrvaneSock& socket) {
 }
 
 bool containsAny(const std::set<unsigned short>& ports, Bounds range) {
-  if (range.start > std::numeric_limits<unsigned short>::max()) return false;
+  if (range.start > orvane::kMaxPort) return false;
   const auto port = ports.lower_bound(static_cast<unsigned short>(range.start));
   return port != ports.end() && *port <= range.end;
 }
@@ -78,8 +78,7 @@ bool meetsAny(const OrvanePortRange& range, Sockets sockets) {
 }
 
 bool containsPort(const std::set<unsigned short>& ports, unsigned int number) {
-  return number <= std::numeric_limits<unsigned short>::max() &&
-         ports.contains(static_cast<unsigned short>(number));
+  return number <= orvane::kMaxPort && ports.contains(static_cast<unsigned short>(number));
 }
 
 // Whether checkSocket() or sockOverlap() of this socket's address finds the socket for one of the
@@ -98,7 +97,7 @@ std::vector<Bounds> boundsByEnd(Sockets sockets) {
   Bounds carried{1, 0};  // unlike any: what sockets carry is in order
   for (const OrvaneSock& socket : sockets) {
     const unsigned int number = socket.port.getPort();
-    if (number <= std::numeric_limits<unsigned short>::max()) {
+    if (number <= orvane::kMaxPort) {
       numbers.add(static_cast<unsigned short>(number));
     } else {
       bounds.push_back({number, number});

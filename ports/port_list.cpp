@@ -46,7 +46,7 @@ std::uint32_t readDigits(const char*& next, const char* end) {
   return number;
 }
 
-bool isPort(std::uint32_t number) { return number >= 1 && number <= 65535; }
+bool isPort(std::uint32_t number) { return number >= 1 && number <= kMaxPort; }
 
 // Adds an item to the ports and ranges of a list, unless it belongs before one of them or meets
 // one. Most lists are in order, and need nothing else.

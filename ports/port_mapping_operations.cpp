@@ -46,7 +46,7 @@ std::string& OrvanePortMapping::getDiffAsString(const OrvanePortMapping& other) 
 
 std::set<unsigned short>::const_iterator OrvanePortMapping::overlap(
     const OrvanePortRange& range) const {
-  if (range.getStart() > 65535) return ports.end();
+  if (range.getStart() > orvane::kMaxPort) return ports.end();
   const auto port = ports.lower_bound(static_cast<unsigned short>(range.getStart()));
   return port != ports.end() && *port <= range.getEnd() ? port : ports.end();
 }

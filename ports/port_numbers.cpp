@@ -1,12 +1,9 @@
 #include "ports/port_numbers.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace orvane {
 namespace {
-
-constexpr std::uint32_t kMaxPort = std::numeric_limits<std::uint16_t>::max();
 
 constexpr std::uint64_t bitOf(std::uint32_t port) { return std::uint64_t{1} << port % 64; }
 

@@ -2,13 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <utility>
 
 namespace orvane {
 namespace {
-
-constexpr std::uint32_t kMaxPort = std::numeric_limits<std::uint16_t>::max();
 
 // The standard binary search over ranks from 0, with "does not overlap" in the place of "comes
 // before". The elements are not partitioned by that test, so which one is found depends on the

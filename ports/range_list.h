@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory_resource>
 #include <set>
 #include <vector>
@@ -13,6 +14,8 @@
 #include "orvane/port_range.h"
 
 namespace orvane {
+
+inline constexpr std::uint32_t kMaxPort = std::numeric_limits<std::uint16_t>::max();
 
 // The bounds of a range, as plain data.
 struct Bounds {
