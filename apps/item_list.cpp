@@ -51,6 +51,7 @@ void addItems(const OrvaneItems& more, OrvaneItems& items) {
 }
 
 void addLate(LateItems late, OrvaneItems& items) {
+  if (late.empty()) return;
   std::ranges::stable_sort(late, {}, &OrvanePortMapping::getIpAddress);
   mergeAscending(std::make_move_iterator(late.begin()), std::make_move_iterator(late.end()), items);
 }

@@ -110,10 +110,7 @@ class Pen {
 
   void put(char c) { *next_++ = c; }
 
-  void put(std::string_view piece) {
-    std::memcpy(next_, piece.data(), piece.size());
-    next_ += piece.size();
-  }
+  void put(std::string_view piece) { next_ += piece.copy(next_, piece.size()); }
 
   // A number in plain decimal.
   template <std::integral Number>
