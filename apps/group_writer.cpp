@@ -72,7 +72,8 @@ void GroupWriter::terminate() {
   out_.putDown(pen);
 }
 
-void GroupWriter::publish() const {
+void GroupWriter::publish() {
+  out_.finish();
   if (!wroteList_) return;
   publishPortList(out_.view(listBegin_, listEnd_), lastRange_);
 }

@@ -33,8 +33,8 @@ class GroupWriter {
   std::size_t size() const { return out_.size(); }
   std::string_view view(std::size_t begin, std::size_t end) const { return out_.view(begin, end); }
 
-  // Sets those result strings; to be called last.
-  void publish() const;
+  // Finishes the text and sets those result strings; to be called last.
+  void publish();
 
  private:
   TextBuilder out_;

@@ -89,7 +89,7 @@ char* OrvaneAppInfoArray::getPorts() const {
     }
   }
   orvane::endNumbers(out);
-  return text.data();
+  return out.finish().data();
 }
 
 void OrvaneAppInfoArray::getUnknownPortList(const std::vector<unsigned int>& upids,

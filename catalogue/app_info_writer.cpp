@@ -92,9 +92,10 @@ void AppInfoWriter::append(const OrvaneAppInfo& entry, const PortSet& ports,
 }
 
 void AppInfoWriter::publish() {
+  const std::string& text = out_.finish();
   if (!wrote_) return;
   entryPortsText().assign(out_.view(ports_.begin, ports_.end));
-  if (&out_.finish() != &entrySectionText()) {  // it may be the text itself
+  if (&text != &entrySectionText()) {  // it may be the text itself
     entrySectionText().assign(out_.view(section_.begin, section_.end));
   }
   portWriter_.publish();
@@ -124,9 +125,8 @@ char* OrvaneAppInfo::getPorts() const {
   orvane::TextBuilder out(text);
   orvane::PortWriter writer;
   out.putDown(writer.write(out.pen(orvane::PortWriter::room(ports)), ports));
-  out.finish();
   writer.publish();
-  return text.data();
+  return out.finish().data();
 }
 
 char* OrvaneAppInfo::getEnumPorts() const {
@@ -137,7 +137,7 @@ char* OrvaneAppInfo::getEnumPorts() const {
     orvane::appendNumbers(out, orvane::numbersOf(port));
   }
   orvane::endNumbers(out);
-  return text.data();
+  return out.finish().data();
 }
 
 char* OrvaneAppInfo::getSection(bool terminate) const {

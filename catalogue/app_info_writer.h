@@ -49,7 +49,7 @@ class AppInfoWriter {
   // The same with other ports and another first reserved number than the entry's.
   void append(const OrvaneAppInfo& entry, const PortSet& ports, unsigned int reserved1);
 
-  // Sets those result strings; to be called last.
+  // Finishes the text and sets those result strings; to be called last.
   void publish();
 
  private:

@@ -61,5 +61,5 @@ std::string& OrvanePortCounter::toString() const {
   // The texts of the elements are left as writing them one by one would leave them.
   if (!sockets.empty()) sockets.rbegin()->port.getPortStr();
   if (!ranges.empty()) ranges.rbegin()->getRange();
-  return text;
+  return out.finish();
 }

@@ -191,18 +191,16 @@ char* OrvanePortMapping::sortPorts(const char* text) {
   std::ranges::stable_sort(items, {}, [](const auto& item) { return item.first; });
   // `text` may be the result of an earlier call.
   std::string sorted;
-  {
-    orvane::TextBuilder out(sorted);
-    orvane::Pen pen = out.pen(all.size() + 1);
-    const char* const begin = pen.place();
-    for (const auto& [number, token] : items) {
-      pen.put(token);
-      pen.put(',');
-    }
-    pen.endList(begin);
-    out.putDown(pen);
+  orvane::TextBuilder out(sorted);
+  orvane::Pen pen = out.pen(all.size() + 1);
+  const char* const begin = pen.place();
+  for (const auto& [number, token] : items) {
+    pen.put(token);
+    pen.put(',');
   }
-  orvane::sortedPortsText().swap(sorted);
+  pen.endList(begin);
+  out.putDown(pen);
+  orvane::sortedPortsText().swap(out.finish());
   return orvane::sortedPortsText().data();
 }
 
@@ -214,7 +212,7 @@ std::string& OrvanePortMapping::PortArrayToString(const std::set<unsigned short>
   for (const unsigned short port : set) pen = orvane::writePort(pen, port);
   pen.endList(begin);
   out.putDown(pen);
-  return text;
+  return out.finish();
 }
 
 char* OrvanePortMapping::parse(tagParseType type, const char* text) {

@@ -74,7 +74,7 @@ std::string& OrvanePortMapping::getIpAsString() const {
   static std::string text;
   orvane::TextBuilder out(text);
   out.putDown(orvane::writeAddress(out.pen(orvane::kAddressRoom), ip.address));
-  return text;
+  return out.finish();
 }
 
 std::string& OrvanePortMapping::getMappingAsString() const {

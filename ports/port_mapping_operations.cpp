@@ -41,7 +41,7 @@ std::string& OrvanePortMapping::getDiffAsString(const OrvanePortMapping& other) 
   });
   pen.endList(begin);
   out.putDown(pen);
-  return text;
+  return out.finish();
 }
 
 std::set<unsigned short>::const_iterator OrvanePortMapping::overlap(

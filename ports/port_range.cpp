@@ -19,8 +19,7 @@ char* OrvanePortRange::getRange() const {
   static std::string text;
   orvane::TextBuilder out(text);
   out.putDown(orvane::writeRange(out.pen(orvane::kRangeRoom), *this));
-  out.finish();
-  return text.data();
+  return out.finish().data();
 }
 
 char* OrvanePortRange::getText() const { return getRange(); }

@@ -127,16 +127,15 @@ class Pen {
   char* next_;
 };
 
-// Writes a text into a string, which holds it when the builder is finished or destroyed.
+// Writes a text into a string, which holds it once the builder is finished.
 class TextBuilder {
  public:
   explicit TextBuilder(std::string& text) : text_(text) { text_.clear(); }
   TextBuilder(const TextBuilder&) = delete;
   TextBuilder& operator=(const TextBuilder&) = delete;
-  ~TextBuilder() { finish(); }
 
-  // The string with all that is written so far.
-  const std::string& finish() {
+  // The string with all that is written; to be called last.
+  std::string& finish() {
     text_.resize(size_);
     return text_;
   }
