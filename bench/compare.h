@@ -37,6 +37,8 @@ void add(const std::string& operation, const std::string& way, const Sizes& size
     benchmark::DoNotOptimize(timed());
     for ([[maybe_unused]] auto _ : state) {
       if constexpr (requires { timed.restore(); }) timed.restore();
+      auto* data = &timed;
+      benchmark::DoNotOptimize(data);  // so that no earlier result is used again
       const auto start = std::chrono::steady_clock::now();
       auto result = timed();
       benchmark::DoNotOptimize(result);

@@ -100,12 +100,17 @@ struct MixedCheck : RangeCheck {
   Ports socketPorts;
 };
 
-// 1,000 ports and 1,000 ranges on one address, with the sockets spread over a thousand.
+// 1,000 ports and 1,000 ranges on one address, with sockets on a thousand addresses, those of each
+// spread over all of them.
 struct MappingCheck {
   explicit MappingCheck(std::int64_t size)
       : wantedPorts(ports(1000, 1, 4)),
         wantedRanges(ranges(1000, 2, 4)),
-        socketPorts(ports(size / 1000, 4, 4)) {}
+        socketPorts(ports(size / 1000, stepOf(size), stepOf(size))) {}
+
+  static unsigned int stepOf(std::int64_t size) {
+    return 4 * static_cast<unsigned int>(1000 * 1000 / size);
+  }
 
   Ports wantedPorts;
   Ranges wantedRanges;

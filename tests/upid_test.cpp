@@ -180,7 +180,7 @@ TEST(UpidTree, ReadsNodesInAnyOrder) {
   std::string records;
   for (unsigned int i = 0; i < 3000; ++i) {
     const auto upid = static_cast<unsigned int>(i < 50 ? i : random() >> random() % 32);
-    const std::string added = record(upid, std::to_string(i).c_str());
+    const std::string added = record(upid, std::to_string(i));
     first.try_emplace(upid, added);
     records += added;
   }
