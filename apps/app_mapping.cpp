@@ -67,14 +67,13 @@ void OrvaneAppMapping::add(const unsigned char* record) {
 }
 
 bool OrvaneAppMapping::addChecked(std::span<const unsigned char> record) {
-  const orvane::HeldText bytes({reinterpret_cast<const char*>(record.data()), record.size()},
-                               *this);
-  const auto fields = orvane::ApplicationRecord::split(bytes.view());
+  const orvane::HeldText held(orvane::bytesOf(record), data(), size());
+  const auto fields = orvane::ApplicationRecord::split(held.view());
   if (!fields) return false;
   if (fields->isIgnored()) return true;
-  OrvaneApplication* const held = find(orvane::readNumber((*fields)[orvane::kUpid]));
-  if (held != end()) {
-    std::rotate(begin() + (held - data()), begin() + (held - data()) + 1, end());
+  OrvaneApplication* const known = find(orvane::readNumber((*fields)[orvane::kUpid]));
+  if (known != end()) {
+    std::rotate(begin() + (known - data()), begin() + (known - data()) + 1, end());
   } else {
     orvane::readOwnFields(*fields, emplace_back());
   }

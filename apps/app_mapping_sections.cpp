@@ -158,7 +158,7 @@ char* OrvaneAppMapping::getUpdatedSection(const OrvaneAppMapping& newer, bool cl
 }
 
 void OrvaneAppMapping::setSection(const char* text) {
-  const orvane::HeldText held(orvane::viewOf(text), *this);
+  const orvane::HeldText held(orvane::viewOf(text), data(), size());
   clear();
   orvane::SectionLines lines(held.view());
   const orvane::TextGrowth growth(0, lines.left());

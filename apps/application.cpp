@@ -55,7 +55,8 @@ void OrvaneApplication::setValues(const unsigned char* record) {
 }
 
 bool OrvaneApplication::setValuesChecked(std::span<const unsigned char> record) {
-  const auto fields = orvane::ApplicationRecord::split(record);
+  const orvane::HeldText held(orvane::bytesOf(record), this, 1);
+  const auto fields = orvane::ApplicationRecord::split(held.view());
   if (!fields) return false;
   if (fields->isIgnored()) return true;
   orvane::LateItems late;

@@ -115,7 +115,8 @@ char* OrvaneApplication::getSection(bool closeGroups) const {
 }
 
 void OrvaneApplication::setSection(const char* text) {
-  orvane::SectionLines lines(orvane::viewOf(text));
+  const orvane::HeldText held(orvane::viewOf(text), this, 1);
+  orvane::SectionLines lines(held.view());
   orvane::ApplicationGroup group(orvane::kApplicationKeys);
   orvane::LateItems late;
   while (group.read(lines)) {

@@ -56,14 +56,16 @@ void OrvaneAppInfo::setValues(const unsigned char* record) {
 }
 
 bool OrvaneAppInfo::setValuesChecked(std::span<const unsigned char> record) {
-  const auto fields = orvane::AppInfoRecord::split(record);
+  const orvane::HeldText held(orvane::bytesOf(record), this, 1);
+  const auto fields = orvane::AppInfoRecord::split(held.view());
   if (fields && !fields->isIgnored()) orvane::readFields(*fields, *this);
   return fields.has_value();
 }
 
 void OrvaneAppInfo::setSection(const char* text) {
   const orvane::AppInfoKeys keys = orvane::currentKeys();
-  orvane::SectionLines lines(orvane::viewOf(text));
+  const orvane::HeldText held(orvane::viewOf(text), this, 1);
+  orvane::SectionLines lines(held.view());
   orvane::AppInfoGroup group(keys);
   while (group.read(lines)) orvane::readFields(group, *this);
 }

@@ -32,7 +32,7 @@ void appendMerged(orvane::AppInfoWriter& writer, const OrvaneAppInfo& entry,
 }  // namespace
 
 void OrvaneAppInfoArray::setSection(const char* text) {
-  const orvane::HeldText held(orvane::viewOf(text), entries);
+  const orvane::HeldText held(orvane::viewOf(text), entries.data(), entries.size());
   const orvane::AppInfoKeys keys = orvane::currentKeys();
   orvane::SectionLines lines(held.view());
   const orvane::TextGrowth growth(entries.size(), lines.left());

@@ -23,6 +23,20 @@ void addOneByOne(const std::string& list, OrvanePortMapping& mapping) {
   }
 }
 
+// The ports of a catalogue entry.
+std::string elementsOneByOne(const std::string& list) {
+  std::set<OrvanePort> elements;
+  std::istringstream items(list.c_str());
+  for (std::string item; std::getline(items, item, ',');) {
+    if (!item.empty()) elements.insert(OrvanePort(item.c_str()));
+  }
+  std::string text;
+  for (const OrvanePort& element : elements) {
+    text += (text.empty() ? "" : ",") + std::string(element.getText());
+  }
+  return text;
+}
+
 std::string joined(const OrvanePortMapping& mapping) {
   std::string text = OrvanePortMapping::PortArrayToString(mapping.getPorts());
   for (const OrvanePortRange& range : mapping.getRanges()) {
@@ -45,6 +59,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const std::string written = atOnce.getPortsAsString();
   fuzz::require(written == OrvanePortMapping::sortPorts(joined(atOnce).c_str()));
+  OrvaneAppInfo entry;
+  entry.setPorts(text.c_str());
+  fuzz::require(entry.getPorts() == elementsOneByOne(text));
   OrvanePortMapping::parse(kOrvaneParsePorts, text.c_str());
   OrvanePortMapping::parse(kOrvaneParseRanges, text.c_str());
   fuzz::require(oneByOne.getDiffAsString(atOnce).empty());

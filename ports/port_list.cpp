@@ -98,11 +98,9 @@ bool nextItem(std::string_view& rest, PortListItem& item) {
   const char* const token = next;
   item.number = readDigits(next, end);
   item.range = {1, item.number};
-  if (!atEnd() && *next == '-' && next != token) {
-    ++next;
-    item.range = {2, item.number, readDigits(next, end)};
-  }
-  if (!atEnd()) {
+  const bool isJoined = next != token && next != end && *next == '-';
+  if (isJoined) item.range = {2, item.number, readDigits(++next, end)};
+  if (!atEnd() || (isJoined && next[-1] == '-')) {
     while (!atEnd()) ++next;
     item.range = readRangeText({token, next});
     item.number = readNumber({token, next});

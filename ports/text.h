@@ -9,16 +9,21 @@
 #include <cstring>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace orvane {
 
 // A caller's text as a view, made once, at the door; a null text becomes the empty view.
 inline std::string_view viewOf(const char* text) {
   return text != nullptr ? std::string_view(text) : std::string_view();
+}
+
+// The bytes of a record as a view.
+inline std::string_view bytesOf(std::span<const unsigned char> record) {
+  return {reinterpret_cast<const char*>(record.data()), record.size()};
 }
 
 // The text in a field of characters, up to its NUL; a caller may have filled the whole field.
@@ -28,14 +33,13 @@ std::string_view fieldText(const char (&field)[kSize]) {
   return {field, nul != nullptr ? static_cast<const char*>(nul) : field + kSize};
 }
 
-// A caller's text that holds while a vector changes, although it may be the text of one of its
-// elements.
+// A caller's text that holds while objects change or move, although it may lie in one of them.
 class HeldText {
  public:
-  template <typename Element>
-  HeldText(std::string_view text, const std::vector<Element>& elements) : view_(text) {
-    const auto* const begin = reinterpret_cast<const char*>(elements.data());
-    const char* const end = begin + elements.size() * sizeof(Element);
+  template <typename Object>
+  HeldText(std::string_view text, const Object* objects, std::size_t count) : view_(text) {
+    const auto* const begin = reinterpret_cast<const char*>(objects);
+    const char* const end = begin + count * sizeof(Object);
     if (std::less_equal<>()(begin, text.data()) && std::less<>()(text.data(), end)) {
       view_ = copy_.emplace(text);
     }
@@ -147,8 +151,10 @@ class TextBuilder {
     return {text_.data() + begin, end - begin};
   }
 
-  // A pen at the end, for at most `most` characters; they count once it is put down.
+  // A pen at the end, for at most `most` characters; they count once it is put down. (A number is
+  // written as if it were the longest.)
   Pen pen(std::size_t most) {
+    most += kNumberRoom;
     if (text_.size() - size_ < most) text_.resize(size_ + most);
     return Pen(text_.data() + size_);
   }

@@ -71,6 +71,10 @@ TEST(ApplicationSections, AreRead) {
     application.setSection(text);
     EXPECT_EQ(show(application), shown) << text;
   }
+  OrvaneApplication own;
+  own.setName("ApplName=A\n;\nUPID=5\n;\n");
+  own.setSection(own.getName());  // which changes with the first group
+  EXPECT_EQ(own.getUpid(), 5);
 }
 
 // The updated section, worded step by step.

@@ -172,6 +172,9 @@ TEST(UpidTree, KeepsTheFirstNodeOfAUpid) {
   std::string again(288, '?');
   EXPECT_EQ(array.getBuffer(again.data()), 288);
   EXPECT_EQ(again, nodes);
+  array.shrink_to_fit();
+  array.setBuffer(reinterpret_cast<const char*>(static_cast<UPID_TREE_NODE_S*>(&array[1])), 72);
+  EXPECT_EQ(array.back().getUpid(), array[1].getUpid());  // of a node that moved
 }
 
 TEST(UpidTree, ReadsNodesInAnyOrder) {

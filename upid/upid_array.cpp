@@ -17,8 +17,14 @@ void OrvaneUpidArray::setBuffer(const char* buffer, int length) {
 bool OrvaneUpidArray::setBufferChecked(std::span<const char> buffer) {
   if (buffer.size() % orvane::kNodeSize != 0) return false;
   const std::size_t needed = size() + buffer.size() / orvane::kNodeSize;
-  // Twice the room, because many small buffers may follow each other.
-  if (needed > capacity()) reserve(std::max(needed, 2 * capacity()));
+  // Twice the room, because many small buffers may follow each other. The nodes are copied there;
+  // the old ones stay until the buffer, which may lie in them, is read.
+  std::vector<OrvaneUpidNode> old;
+  if (needed > capacity()) {
+    old.reserve(std::max(needed, 2 * capacity()));
+    old.assign(begin(), end());
+    old.swap(*this);
+  }
   for (; !buffer.empty(); buffer = buffer.subspan(orvane::kNodeSize)) {
     if (!checkName(buffer.data() + offsetof(UPID_TREE_NODE_S, name))) continue;
     const UPID_TREE_NODE_S record = orvane::readNode(buffer.data());
