@@ -109,7 +109,7 @@ struct MappingCheck {
         socketPorts(ports(size / 1000, stepOf(size), stepOf(size))) {}
 
   static unsigned int stepOf(std::int64_t size) {
-    return 4 * static_cast<unsigned int>(1000 * 1000 / size);
+    return 4 * static_cast<unsigned int>(1000000 / size);
   }
 
   Ports wantedPorts;
