@@ -167,17 +167,20 @@ void OrvaneAppMapping::setSection(const char* text) {
   std::map<std::size_t, orvane::LateItems> lateItems;  // by the place of their application
   while (group.read(lines)) {
     const ApplicationKey key = keyOf(group, index);
-    OrvaneApplication* const known = key.isNew() ? index.findId(key.id) : index.find(key.upid);
-    const auto late = [&]() -> auto& {
-      return lateItems[static_cast<std::size_t>(known - data())];
-    };
-    if (known != nullptr) {
-      orvane::readItem(group, known->items, late);
-    } else {
+    OrvaneApplication* application = key.isNew() ? index.findId(key.id) : index.find(key.upid);
+    const bool isKnown = application != nullptr;
+    if (!isKnown) {
       growth.makeRoom(*this, lines.left());
-      OrvaneApplication& added = emplace_back();
-      if (key.isNew()) added.setID(key.id);
-      orvane::readApplication(group, added, late);
+      application = &emplace_back();
+      if (key.isNew()) application->setID(key.id);
+    }
+    const auto late = [&]() -> auto& {
+      return lateItems[static_cast<std::size_t>(application - data())];
+    };
+    if (isKnown) {
+      orvane::readItem(group, application->items, late);
+    } else {
+      orvane::readApplication(group, *application, late);
     }
   }
   for (auto& [place, late] : lateItems) orvane::addLate(std::move(late), (*this)[place].items);
