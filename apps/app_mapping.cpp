@@ -78,8 +78,7 @@ bool OrvaneAppMapping::addChecked(std::span<const unsigned char> record) {
     orvane::readOwnFields(*fields, emplace_back());
   }
   orvane::LateItems late;
-  orvane::readItem(
-      *fields, back().items, [&]() -> auto& { return late; });
+  orvane::readItem(orvane::readItemFields(*fields), back().items, late);
   orvane::addLate(std::move(late), back().items);
   return true;
 }

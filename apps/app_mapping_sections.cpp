@@ -1,7 +1,8 @@
 #include <algorithm>
 #include <cstring>
-#include <map>
+#include <numeric>
 #include <utility>
+#include <vector>
 
 #include "apps/application_fields.h"
 #include "apps/application_index.h"
@@ -78,6 +79,35 @@ ApplicationKey keyOf(const orvane::ApplicationGroup& group, orvane::ApplicationI
   auto id = static_cast<unsigned int>(orvane::freshIdentifier());
   while (index.findId(static_cast<int>(id)) != nullptr) ++id;
   return {upid, static_cast<int>(id)};
+}
+
+// An item of an application that was not the last one when its group came.
+struct LaterItem {
+  std::size_t place;  // of the application
+  orvane::ItemFields fields;
+};
+
+// Adds the items to their applications, one application after the other: going back and forth
+// between applications that do not fit the caches takes longer, and here it is known which part of
+// the text comes next.
+void readLater(const std::vector<LaterItem>& later, std::vector<OrvaneApplication>& applications) {
+  std::vector<std::size_t> ends(applications.size() + 1);
+  for (const LaterItem& item : later) ++ends[item.place + 1];
+  std::partial_sum(ends.begin(), ends.end(), ends.begin());
+  std::vector<LaterItem> ordered(later.size());
+  for (const LaterItem& item : later) ordered[ends[item.place]++] = item;
+
+  constexpr std::size_t kAhead = 4;
+  for (std::size_t i = 0; i < ordered.size();) {
+    const std::size_t place = ordered[i].place;
+    OrvaneItems& items = applications[place].items;
+    orvane::LateItems late;
+    for (; i < ends[place]; ++i) {
+      if (i + kAhead < ordered.size()) orvane::prefetch(ordered[i + kAhead].fields.portList);
+      orvane::readItem(ordered[i].fields, items, late);
+    }
+    orvane::addLate(std::move(late), items);
+  }
 }
 
 }  // namespace
@@ -164,24 +194,24 @@ void OrvaneAppMapping::setSection(const char* text) {
   const orvane::TextGrowth growth(0, lines.left());
   orvane::ApplicationGroup group(orvane::kApplicationKeys);
   orvane::ApplicationIndex index(*this);
-  std::map<std::size_t, orvane::LateItems> lateItems;  // by the place of their application
+  orvane::LateItems late;  // of the last application
+  std::vector<LaterItem> later;
   while (group.read(lines)) {
     const ApplicationKey key = keyOf(group, index);
     OrvaneApplication* application = key.isNew() ? index.findId(key.id) : index.find(key.upid);
-    const bool isKnown = application != nullptr;
-    if (!isKnown) {
+    if (application == nullptr) {
+      if (!empty()) orvane::addLate(std::exchange(late, {}), back().items);
       growth.makeRoom(*this, lines.left());
       application = &emplace_back();
       if (key.isNew()) application->setID(key.id);
-    }
-    const auto late = [&]() -> auto& {
-      return lateItems[static_cast<std::size_t>(application - data())];
-    };
-    if (isKnown) {
-      orvane::readItem(group, application->items, late);
-    } else {
       orvane::readApplication(group, *application, late);
+    } else if (application == &back()) {
+      orvane::readItem(orvane::readItemFields(group), application->items, late);
+    } else {
+      later.push_back(
+          {static_cast<std::size_t>(application - data()), orvane::readItemFields(group)});
     }
   }
-  for (auto& [place, late] : lateItems) orvane::addLate(std::move(late), (*this)[place].items);
+  if (!empty()) orvane::addLate(std::move(late), back().items);
+  if (!later.empty()) readLater(later, *this);
 }

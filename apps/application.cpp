@@ -60,8 +60,7 @@ bool OrvaneApplication::setValuesChecked(std::span<const unsigned char> record) 
   if (!fields) return false;
   if (fields->isIgnored()) return true;
   orvane::LateItems late;
-  orvane::readApplication(
-      *fields, *this, [&]() -> auto& { return late; });
+  orvane::readApplication(*fields, *this, late);
   orvane::addLate(std::move(late), items);
   return true;
 }

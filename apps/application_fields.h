@@ -12,7 +12,6 @@
 
 #include "apps/item_list.h"
 #include "orvane/application.h"
-#include "ports/item_fields.h"
 #include "ports/port_list.h"
 #include "ports/record.h"
 #include "ports/section_lines.h"
@@ -65,32 +64,48 @@ inline tagActionType readAction(std::string_view text) {
 // `Fields` below is a record, which holds every text, or a group, which may lack some: those leave
 // their field as it was.
 
-// What of an item is not its address.
+// The fields of an item; its port list, which takes most of the time, is yet to be read.
+struct ItemFields {
+  std::string_view portList;
+  unsigned int address = 0;
+  unsigned int uniqueBlockNumber = 0xFFFFFFFF;
+  tagSelectorInfo selectorInfo = kOrvaneSelectorInfoNone;
+};
+
 template <typename Fields>
-void readItemContent(const Fields& fields, OrvanePortMapping& item) {
-  if (fields.holds(kPortRange)) readPortList(fields[kPortRange], item);
-  if (fields.holds(kUniqueBlockNumber)) readBlockNumber(fields[kUniqueBlockNumber], item);
-  if (fields.holds(kSelectorTypeInfo)) readSelectorInfo(fields[kSelectorTypeInfo], item);
+ItemFields readItemFields(const Fields& fields) {
+  ItemFields item;
+  if (fields.holds(kPortRange)) item.portList = fields[kPortRange];
+  if (fields.holds(kIPv4)) item.address = readAddress(fields[kIPv4]).value_or(0);
+  if (fields.holds(kUniqueBlockNumber)) {
+    item.uniqueBlockNumber = readNumber(fields[kUniqueBlockNumber]);
+  }
+  if (fields.holds(kSelectorTypeInfo)) {
+    item.selectorInfo = static_cast<tagSelectorInfo>(readSigned(fields[kSelectorTypeInfo]));
+  }
+  return item;
 }
 
-// Reads a default item with these fields and adds it to a list as OrvaneApplication::addItem()
-// does; a new one is read at its place. An item that would shift many others goes to late()
-// instead, a vector that addLate() adds once all are read: no later item with its address precedes
-// it.
-template <typename Fields, typename Late>
-void readItem(const Fields& fields, OrvaneItems& items, Late late) {
+// Reads an item and adds it to a list as OrvaneApplication::addItem() does; a new one is read at
+// its place. An item that would shift many others goes to `late` instead, for addLate() once all
+// are read: no later item with its address precedes it.
+inline void readItem(const ItemFields& fields, OrvaneItems& items, LateItems& late) {
   constexpr std::ptrdiff_t kFewToShift = 64;
   OrvanePortMapping item;
-  if (fields.holds(kIPv4)) readIp(fields[kIPv4], item);
+  item.setIp(fields.address);
   const auto place = items.lower_bound(item);
   if (place != items.end() && *place == item) {
-    readItemContent(fields, item);
+    readPortList(fields.portList, item);
     mergeItem(item, *place);
-  } else if (items.end() - place <= kFewToShift) {
-    readItemContent(fields, *items.insert(place, std::move(item)));
+    return;
+  }
+  item.setUniqueBlockNumber(fields.uniqueBlockNumber);
+  item.setSelectorInfo(fields.selectorInfo);
+  if (items.end() - place <= kFewToShift) {
+    readPortList(fields.portList, *items.insert(place, std::move(item)));
   } else {
-    readItemContent(fields, item);
-    late().push_back(std::move(item));
+    readPortList(fields.portList, item);
+    late.push_back(std::move(item));
   }
 }
 
@@ -105,15 +120,15 @@ void readOwnFields(const Fields& fields, OrvaneApplication& application) {
 }
 
 // All of it: the application's fields, the category that the item gives it, and the item.
-template <typename Fields, typename Late>
-void readApplication(const Fields& fields, OrvaneApplication& application, Late late) {
+template <typename Fields>
+void readApplication(const Fields& fields, OrvaneApplication& application, LateItems& late) {
   readOwnFields(fields, application);
   if (fields.holds(kSelectorTypeInfo)) {
     application.appCategory = readSigned(fields[kSelectorTypeInfo]) >= kOrvaneSelectorInfoCategory1
                                   ? kOrvaneCategory1
                                   : kOrvaneCategory0;
   }
-  readItem(fields, application.items, late);
+  readItem(readItemFields(fields), application.items, late);
 }
 
 }  // namespace orvane

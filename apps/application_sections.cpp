@@ -119,10 +119,7 @@ void OrvaneApplication::setSection(const char* text) {
   orvane::SectionLines lines(held.view());
   orvane::ApplicationGroup group(orvane::kApplicationKeys);
   orvane::LateItems late;
-  while (group.read(lines)) {
-    orvane::readApplication(
-        group, *this, [&]() -> auto& { return late; });
-  }
+  while (group.read(lines)) orvane::readApplication(group, *this, late);
   orvane::addLate(std::move(late), items);
 }
 

@@ -1,6 +1,7 @@
 #include "orvane/port_mapping.h"
 
-#include "ports/item_fields.h"
+#include <string_view>
+
 #include "ports/port_list.h"
 #include "ports/range_list.h"
 #include "ports/record.h"
@@ -9,6 +10,18 @@
 namespace {
 
 using MappingRecord = orvane::Record<4>;
+
+void readIp(std::string_view text, tagPortMapping& item) {
+  if (const auto address = orvane::readAddress(text)) item.ip.address = *address;
+}
+
+void readBlockNumber(std::string_view text, tagPortMapping& item) {
+  item.uniqueBlockNumber = orvane::readNumber(text);
+}
+
+void readSelectorInfo(std::string_view text, tagPortMapping& item) {
+  item.selectorInfo = static_cast<tagSelectorInfo>(orvane::readSigned(text));
+}
 
 }  // namespace
 
@@ -34,15 +47,15 @@ void OrvanePortMapping::setNewPorts(const char* text) {
 }
 
 void OrvanePortMapping::setIp(const char* text) {
-  if (text != nullptr) orvane::readIp(text, *this);
+  if (text != nullptr) readIp(text, *this);
 }
 
 void OrvanePortMapping::setUniqueBlockNumber(const char* text) {
-  if (text != nullptr) orvane::readBlockNumber(text, *this);
+  if (text != nullptr) readBlockNumber(text, *this);
 }
 
 void OrvanePortMapping::setSelectorInfo(const char* text) {
-  if (text != nullptr) orvane::readSelectorInfo(text, *this);
+  if (text != nullptr) readSelectorInfo(text, *this);
 }
 
 void OrvanePortMapping::setValues(const unsigned char* record) {
@@ -57,9 +70,9 @@ bool OrvanePortMapping::setValuesChecked(std::span<const unsigned char> record) 
   if (!fields) return false;
   if (fields->isIgnored()) return true;
   orvane::readPortList((*fields)[0], *this);
-  orvane::readIp((*fields)[1], *this);
-  orvane::readBlockNumber((*fields)[2], *this);
-  orvane::readSelectorInfo((*fields)[3], *this);
+  readIp((*fields)[1], *this);
+  readBlockNumber((*fields)[2], *this);
+  readSelectorInfo((*fields)[3], *this);
   return true;
 }
 
