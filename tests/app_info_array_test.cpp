@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "plain_catalogue.h"
+
 namespace {
 
 using namespace std::string_literals;
@@ -50,7 +52,10 @@ TEST(AppInfoArray, AppendsRecords) {
   OrvaneAppInfoArray catalogue;
   catalogue.add(bytes.data());
   EXPECT_TRUE(catalogue.addChecked(bytes));
-  EXPECT_FALSE(catalogue.addChecked(bytes.first(bytes.size() - 1)));
+  for (std::size_t length = 0; length < bytes.size(); ++length) {
+    const std::vector<unsigned char> cut(bytes.data(), bytes.data() + length);
+    EXPECT_FALSE(catalogue.addChecked(cut));
+  }
   catalogue.add(bytes.last(1).data());
   EXPECT_TRUE(catalogue.addChecked(bytes.last(1)));
   catalogue.add(nullptr);
@@ -123,38 +128,15 @@ TEST(AppInfoArray, TreatsUpidsOneByOne) {
     }
     for (unsigned int n = below(6); n > 0; --n) upids.push_back(below(7));
 
-    std::vector<unsigned int> known;
-    std::vector<unsigned int> unknown;
+    const plain::UpidViews views = plain::viewsOf(catalogue, mapping, upids, false);
     std::vector<unsigned int> result = {1, 2, 3};
-    std::string sections;
-    std::string merged;
-    std::string whole = catalogue.getSection(false);
-    for (const unsigned int upid : upids) {
-      const OrvaneAppInfo* const entry = catalogue.find(upid);
-      const OrvaneApplication* const application = mapping.find(upid);
-      if (application != mapping.end()) {
-        OrvaneAppInfo added;
-        added = *application;
-        added.setReserved1(kOrvaneReservedAdded);
-        whole += added.getSection(false);
-      }
-      (entry == catalogue.end() ? unknown : known).push_back(upid);
-      if (entry == catalogue.end()) continue;
-      sections += entry->getSection(false);
-      OrvaneAppInfo copy(*entry);
-      if (application != mapping.end()) {
-        copy.addPorts(*application);
-        copy.setReserved1(kOrvaneReservedMerged);
-      }
-      merged += copy.getSection(false);
-    }
     catalogue.getCommonPortList(upids, result);
-    EXPECT_EQ(result, known);
+    EXPECT_EQ(result, views.known);
     catalogue.getUnknownPortList(upids, result);
-    EXPECT_EQ(result, unknown);
-    EXPECT_EQ(catalogue.getSection(upids, false), sections);
-    EXPECT_EQ(catalogue.getMergedAppMappingSection(mapping, upids, false), merged);
-    EXPECT_EQ(catalogue.getAppMappingSection(mapping, upids, false), whole);
+    EXPECT_EQ(result, views.unknown);
+    EXPECT_EQ(catalogue.getSection(upids, false), views.sections);
+    EXPECT_EQ(catalogue.getMergedAppMappingSection(mapping, upids, false), views.merged);
+    EXPECT_EQ(catalogue.getAppMappingSection(mapping, upids, false), views.whole);
   }
 }
 

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "orvane/app_mapping.h"
+#include "plain_collection.h"
 #include "sample.h"
 
 namespace {
@@ -84,35 +84,6 @@ TEST(AppMappingSections, AreReadLikeTheirGroupsOneByOne) {
   }
 }
 
-// The updated section, worded step by step.
-std::string plainUpdatedSection(const OrvaneAppMapping& older, const OrvaneAppMapping& newer,
-                                bool close) {
-  const auto less = [](const OrvaneApplication& a, const OrvaneApplication& b) {
-    return a < b || (a == b && a.lexItemsLess(b));
-  };
-  auto added = missingFrom<OrvaneApplication>(older, newer, less);
-  std::string text;
-  const auto write = [&](OrvaneApplication& application, tagActionType action) {
-    application.setAction(action);
-    text += application.getSection(close);
-  };
-  for (OrvaneApplication& application : missingFrom<OrvaneApplication>(newer, older, less)) {
-    if (application.getAction() == kOrvaneActionNone) continue;
-    const auto partner = std::find(added.begin(), added.end(), application);
-    if (partner != added.end()) {
-      write(application, kOrvaneActionRemove);
-      write(*partner, kOrvaneActionUpdate);
-    } else {
-      text += application.getDeleteSection(close);
-    }
-  }
-  for (OrvaneApplication& application : added) {
-    if (application.getAction() != kOrvaneActionAdd) continue;
-    write(application, application.getAppCategory() == 1 ? kOrvaneActionUpdate : kOrvaneActionAdd);
-  }
-  return text;
-}
-
 TEST(AppMappingSections, DescribeUpdates) {
   Random random(9);
   int written = 0;
@@ -130,7 +101,7 @@ TEST(AppMappingSections, DescribeUpdates) {
     const std::string before = show(older) + "to\n" + show(newer);
     const bool close = random.below(2) == 0;
     const std::string text = older.getUpdatedSection(newer, close);
-    ASSERT_EQ(text, plainUpdatedSection(older, newer, close)) << before;
+    ASSERT_EQ(text, plain::updatedSection(older, newer, close)) << before;
     ASSERT_EQ(show(older) + "to\n" + show(newer), before);
     written += text.empty() ? 0 : 1;
   }

@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <string>
 
+#include "plain_collection.h"
 #include "sample.h"
 
 namespace {
@@ -100,28 +101,6 @@ TEST(AppMapping, ReadsRecords) {
             " 7 1 0 0 -1 100\n  443,444| 2 0 4 3 -1 -1\n");
 }
 
-void plainRemoveNew(OrvaneAppMapping& mapping, OrvaneAppMapping& other) {
-  for (auto position = other.begin(); position != other.end();) {
-    if (position->getUpid() == kOrvaneNoUpid && position->getItems().size() > 1) {
-      mapping.add(*position);
-      position = other.erase(position);
-    } else {
-      ++position;
-    }
-  }
-}
-
-void plainUpdateNew(const OrvaneAppMapping& mapping, OrvaneAppMapping& other) {
-  for (const OrvaneApplication& application : mapping) {
-    OrvaneApplication* const found =
-        other.find(application.getName(), application.getAppCategory(), application.getType());
-    if (found == other.end()) continue;
-    found->setAction(kOrvaneActionUpdate);
-    found->setUpid(application.getUpid());
-    if (!application.getItems().empty()) found->deleteItem(application.getItems()[0]);
-  }
-}
-
 TEST(AppMapping, TakesNewApplicationsOverAndPassesUpidsOn) {
   Random random(6);
   for (int round = 0; round < 3000; ++round) {
@@ -132,10 +111,10 @@ TEST(AppMapping, TakesNewApplicationsOverAndPassesUpidsOn) {
     const std::string before = show(mapping) + "and\n" + show(other);
     if (random.below(2) == 0) {
       mapping.updateNew(other);
-      plainUpdateNew(plain, plainOther);
+      plain::updateNew(plain, plainOther);
     } else {
       mapping.removeNew(other);
-      plainRemoveNew(plain, plainOther);
+      plain::removeNew(plain, plainOther);
     }
     ASSERT_EQ(show(other), show(plainOther)) << before;
     ASSERT_EQ(show(mapping), show(plain)) << before;

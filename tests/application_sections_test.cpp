@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "orvane/application.h"
+#include "plain_collection.h"
 #include "sample.h"
 
 namespace {
@@ -94,8 +95,9 @@ std::string plainUpdatedSection(const OrvaneApplication& older, const OrvaneAppl
     if (close) text += ";\n";
   };
   const OrvanePortMappingLess less;
-  const auto gone = missingFrom<OrvanePortMapping>(newer.getItems(), older.getItems(), less);
-  const auto added = missingFrom<OrvanePortMapping>(older.getItems(), newer.getItems(), less);
+  const auto gone = plain::missingFrom<OrvanePortMapping>(newer.getItems(), older.getItems(), less);
+  const auto added =
+      plain::missingFrom<OrvanePortMapping>(older.getItems(), newer.getItems(), less);
   for (const OrvanePortMapping& item : gone) {
     if (item.getPorts().empty()) continue;
     const auto partner = std::find_if(added.begin(), added.end(),

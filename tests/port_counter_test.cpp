@@ -8,59 +8,13 @@
 #include <random>
 #include <string>
 
+#include "plain_counter.h"
+
 namespace {
 
+using plain::kAddress;
+using plain::Walk;
 using std::ranges::any_of;
-
-constexpr unsigned int kAddress = 0x0A000001;  // 10.0.0.1
-
-bool meets(const OrvaneSock& socket, const OrvanePortRange& range) {
-  return range.isInRange(socket.port.getPort()) ||
-         range.overlap(OrvanePortRange(socket.port.getRange()));
-}
-
-bool meets(const OrvaneSock& socket, unsigned int port) { return socket.port.isInRange(port); }
-
-// Walks everything for each question; holds what only a derived class can register.
-struct Walk : OrvanePortCounter {
-  using OrvanePortCounter::ports;
-  using OrvanePortCounter::ranges;
-  using OrvanePortCounter::sockets;
-
-  template <typename Port>
-  bool socket(const Port& port) const {
-    OrvaneSock wanted;
-    wanted.address = kAddress;
-    wanted.port = port;
-    return any_of(sockets, [&](const auto& s) { return !(s < wanted) && !(wanted < s); });
-  }
-
-  template <typename Port>
-  bool onAddress(const Port& port) const {
-    return any_of(sockets, [&](const auto& s) { return s.address == kAddress && meets(s, port); });
-  }
-
-  bool mapping(const OrvanePortMapping& mapping) const {
-    const auto collides = [this](const auto& p) { return this->socket(p) || this->onAddress(p); };
-    return any_of(mapping.getPorts(), collides) || any_of(mapping.getRanges(), collides);
-  }
-
-  bool port(unsigned int port) const {
-    return any_of(ranges, [&](const auto& used) { return used.isInRange(port); });
-  }
-
-  bool range(const OrvanePortRange& range) const {
-    return any_of(sockets, [&](const auto& used) { return meets(used, range); }) ||
-           any_of(ports, [&](unsigned short used) { return range.isInRange(used); }) ||
-           any_of(ranges, [&](const auto& used) { return used.overlap(range); });
-  }
-
-  unsigned short firstPort(const std::set<unsigned short>& set) const {
-    const auto collides = [&](unsigned short p) { return ports.contains(p) || port(p); };
-    const auto first = std::ranges::find_if(set, collides);
-    return first != set.end() ? *first : 0;
-  }
-};
 
 // The result of a check and the text of getRange() that it leaves behind.
 std::string outcome(const std::function<int()>& check) {

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <initializer_list>
-#include <iterator>
 #include <random>
 #include <sstream>
 #include <string>
@@ -75,15 +74,6 @@ inline std::string show(const OrvaneAppMapping& mapping) {
   std::string text;
   for (const OrvaneApplication& application : mapping) text += show(application);
   return text;
-}
-
-// The standard difference of two lists.
-template <typename Element, typename List, typename Less>
-std::vector<Element> missingFrom(const List& other, const List& list, Less less) {
-  std::vector<Element> missing;
-  std::set_difference(list.begin(), list.end(), other.begin(), other.end(),
-                      std::back_inserter(missing), less);
-  return missing;
 }
 
 // Random objects from a small world, in which most things collide; the same in every run.
