@@ -118,7 +118,7 @@ ExitStatus showTree(const TreeOptions& options) {
 }
 
 ExitStatus packTree(const TreeOptions& options) {
-  writeOutput(bufferOf(readTreeText(options.file, options.nodesOnly)), options.output,
+  writeOutput(bufferOf(parseTreeText(readInput(options.file), options.nodesOnly)), options.output,
               {options.file});
   return kSuccess;
 }

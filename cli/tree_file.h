@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "cli/input.h"
 #include "orvane/upid_array.h"
 
 namespace orvane::cli {
@@ -59,13 +60,13 @@ std::string bufferOf(const TreeFile& file);
 std::string writtenName(const OrvaneUpidNode& node);
 std::optional<std::string> readName(std::string_view written);
 
-// The texts that readTreeText() reads.
+// The texts that parseTreeText() reads.
 std::string csvOf(const TreeFile& file);
 
-// Reads such a text, JSON or CSV by the ending of its path. Links that it leaves out are derived
+// Reads such a text, JSON or CSV by the ending of its name. Links that it leaves out are derived
 // from the parents and the order; so is the header. Throws Failure, with the line where there is
 // one, when it is malformed.
-TreeFile readTreeText(const std::string& path, bool nodesOnly);
+TreeFile parseTreeText(const Input& input, bool nodesOnly);
 
 }  // namespace orvane::cli
 

@@ -261,13 +261,12 @@ unsigned int upidNamed(const TreeFile& file, std::string_view name) {
 
 }  // namespace
 
-TreeFile readTreeText(const std::string& path, bool nodesOnly) {
-  const Input input = readInput(path);
+TreeFile parseTreeText(const Input& input, bool nodesOnly) {
   TreeFile file{input.name, std::nullopt, {}};
   GivenFields given{};
-  if (path.ends_with(".json")) {
+  if (input.name.ends_with(".json")) {
     readJson(input, file, given);
-  } else if (path.ends_with(".csv")) {
+  } else if (input.name.ends_with(".csv")) {
     readCsv(input, file, given);
   } else {
     throw Failure(input.name + ": the name ends in neither .json nor .csv");

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -15,6 +16,21 @@ namespace fuzz {
 // The input as a text in memory of its own, so that a read past its NUL is seen.
 inline std::string textOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
+}
+
+// The parts of an input that holds several texts, which a byte of 0xFF separates; as many as asked
+// for, the last ones empty when the input has fewer.
+inline std::vector<std::string> textsOf(const std::uint8_t* data, std::size_t size,
+                                        std::size_t count) {
+  std::vector<std::string> texts;
+  std::string rest = textOf(data, size);
+  while (texts.size() + 1 < count) {
+    const std::size_t end = rest.find('\xFF');
+    texts.push_back(rest.substr(0, end));
+    rest = end == std::string::npos ? "" : rest.substr(end + 1);
+  }
+  texts.push_back(rest);
+  return texts;
 }
 
 // Stops the fuzzer when a property does not hold.

@@ -22,5 +22,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto room = std::make_unique<char[]>(text.size() + 1);
   fuzz::require(!mapping.getSectionChecked({room.get(), text.size()}));
   fuzz::require(mapping.getSectionChecked({room.get(), text.size() + 1}) == text.size());
+
+  OrvaneAppInfo entry;
+  const std::string before = entry.getSection(true);
+  const bool readEntry = entry.setValuesChecked(record);
+  fuzz::require(readEntry || entry.getSection(true) == before);
+  OrvaneAppInfoArray catalogue;
+  fuzz::require(catalogue.addChecked(record) == readEntry);
+  const std::string written = entry.getSection(true);
+  fuzz::require(catalogue.size() == 0 || catalogue.getSection(true) == written);
   return 0;
 }

@@ -1,0 +1,56 @@
+// The collision checks against a plain walk over everything that is registered.
+
+#include <orvane/orvane.h>
+
+#include <vector>
+
+#include "fuzz.h"
+#include "tests/plain_counter.h"
+
+namespace {
+
+using plain::kAddress;
+
+// A registry with sockets that stand for ranges as well, which only a derived class can have.
+plain::Walk registered(const std::vector<std::string>& texts) {
+  plain::Walk counter;
+  counter.add(texts[0].c_str());
+  counter.remove(texts[1].c_str());
+  counter.addSocket(kAddress, texts[2].c_str());
+  counter.addSocket(kAddress + 1, texts[3].c_str());
+  OrvanePortMapping carried;
+  carried.setPorts(texts[4]);
+  for (const OrvanePortRange& range : carried.getRanges()) {
+    OrvaneSock socket;
+    socket.address = kAddress - range.getStart() % 2;
+    socket.port = range;
+    counter.sockets.insert(socket);
+  }
+  return counter;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::vector<std::string> texts = fuzz::textsOf(data, size, 6);
+  const plain::Walk counter = registered(texts);
+  OrvanePortMapping wanted;
+  wanted.setPorts(texts[5]);
+  fuzz::require(counter.checkPorts(wanted.getPorts()) == counter.firstPort(wanted.getPorts()));
+  const auto meets = [&](const OrvanePortRange& range) { return counter.range(range); };
+  fuzz::require(counter.checkRanges(wanted.getRanges()) ==
+                std::ranges::any_of(wanted.getRanges(), meets));
+  fuzz::require(counter.checkSocket(kAddress, wanted, true) == counter.mapping(wanted));
+  for (const unsigned short port : wanted.getPorts()) {
+    fuzz::require(counter.overlap(port) == counter.port(port));
+    fuzz::require(counter.checkSocket(kAddress, port) == counter.socket(port));
+    fuzz::require(counter.sockOverlap(kAddress, port) == counter.onAddress(port));
+  }
+  for (const OrvanePortRange& range : wanted.getRanges()) {
+    fuzz::require(counter.checkRange(range) == counter.range(range));
+    fuzz::require(counter.checkSocket(kAddress, range) == counter.socket(range));
+    fuzz::require(counter.sockOverlap(kAddress, range) == counter.onAddress(range));
+  }
+  counter.toString();
+  return 0;
+}

@@ -1,0 +1,93 @@
+// Tree and node buffers: read as a standard map filled node by node is, written, and read again.
+
+#include <orvane/orvane.h>
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <span>
+
+#include "fuzz.h"
+
+namespace {
+
+constexpr std::size_t kNode = sizeof(UPID_TREE_NODE_S);
+constexpr std::size_t kHeader = 36;
+
+template <typename Nodes>
+std::string written(const Nodes& nodes) {
+  const std::size_t size = nodes.size() * kNode;
+  const auto room = std::make_unique<char[]>(size);
+  if (size > 0) fuzz::require(!nodes.getBufferChecked({room.get(), size - 1}));
+  fuzz::require(nodes.getBufferChecked({room.get(), size}) == size);
+  return {room.get(), size};
+}
+
+// The children of a node, followed in the map.
+std::string children(const std::map<unsigned int, OrvaneUpidNode>& nodes, unsigned int upid) {
+  OrvaneUpidArray found;
+  const auto parent = nodes.find(upid);
+  if (parent == nodes.end() || parent->second.getFirstChild() == 0) return written(found);
+  const unsigned int counted = parent->second.getNumOfChildren();
+  const std::size_t most = counted != 0 && counted < nodes.size() ? counted : nodes.size();
+  for (auto next = nodes.find(parent->second.getFirstChild());
+       next != nodes.end() && found.size() < most; next = nodes.find(next->second.getSibling())) {
+    const bool last = next->second.getSibling() == 0;
+    if (!last || counted != 0) found.add(next->second);
+    if (last) break;
+  }
+  return written(found);
+}
+
+void readTree(std::span<const char> buffer) {
+  OrvaneUpidTree tree;
+  std::uint32_t count = 0;
+  if (buffer.size() >= kHeader) std::memcpy(&count, buffer.data(), sizeof count);
+  const bool whole =
+      buffer.size() >= kHeader && (buffer.size() - kHeader) / kNode >= std::size_t{count};
+  fuzz::require(tree.setBufferChecked(buffer) == whole);
+  if (!whole) {
+    fuzz::require(tree.size() == 0 && tree.header[1] == 0);
+    return;
+  }
+  std::map<unsigned int, OrvaneUpidNode> plain;
+  for (std::size_t i = 0; i < count; ++i) {
+    const OrvaneUpidNode node(buffer.data() + kHeader + i * kNode, kNode);
+    plain.try_emplace(node.getUpid(), node);
+  }
+  OrvaneUpidArray inOrder;
+  for (const auto& [upid, node] : plain) inOrder.add(node);
+  fuzz::require(written(tree) == written(inOrder));
+  for (const auto& [upid, node] : plain) {
+    const std::string expected = children(plain, upid);
+    const auto room = std::make_unique<char[]>(expected.size());
+    fuzz::require(tree.getChildrenBufferChecked(upid, {room.get(), expected.size()}) ==
+                  expected.size());
+    fuzz::require(std::string(room.get(), expected.size()) == expected);
+    if (!expected.empty()) {
+      fuzz::require(!tree.getChildrenBufferChecked(upid, {room.get(), expected.size() - 1}));
+    }
+  }
+}
+
+void readArray(std::span<const char> buffer) {
+  OrvaneUpidArray array;
+  fuzz::require(array.setBufferChecked(buffer) == (buffer.size() % kNode == 0));
+  OrvaneUpidArray plain;
+  for (std::size_t at = 0; buffer.size() % kNode == 0 && at < buffer.size(); at += kNode) {
+    const OrvaneUpidNode node(buffer.data() + at, kNode);
+    const std::string name = std::string(node.getName(), sizeof node.name).c_str();
+    if (std::ranges::all_of(name, [](char c) { return c >= 0; })) plain.add(node);
+  }
+  fuzz::require(written(array) == written(plain));
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::span buffer(reinterpret_cast<const char*>(data), size);
+  readTree(buffer);
+  readArray(buffer);
+  return 0;
+}
