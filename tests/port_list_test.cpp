@@ -84,6 +84,16 @@ struct PlainList {
   }
 };
 
+// A token of a long list. The first ones ascend and fill a block of ranges and one more, which the
+// next token widens.
+std::string longListToken(Random& random, unsigned int place) {
+  constexpr unsigned int kBlock = 512;
+  const unsigned int start = 300000 + 10 * place;
+  if (place <= kBlock) return std::to_string(start) + "-" + std::to_string(start + 1);
+  if (place == kBlock + 1) return std::to_string(start - 9) + "-" + std::to_string(start - 5);
+  return random.narrowToken();
+}
+
 TEST(PortList, ReadsAListLikeItsTokensOneByOne) {
   Random random(1);
   for (int round = 0; round < 8000; ++round) {
@@ -92,8 +102,9 @@ TEST(PortList, ReadsAListLikeItsTokensOneByOne) {
     std::string text;
     PlainList plain;
     OrvanePortMapping oneByOne;
-    for (unsigned int count = many ? 8000 : random.below(2 + spread / 2); count > 0; --count) {
-      const std::string token = many ? random.narrowToken() : random.token(spread);
+    const unsigned int count = many ? 8000 : random.below(2 + spread / 2);
+    for (unsigned int place = 0; place < count; ++place) {
+      const std::string token = many ? longListToken(random, place) : random.token(spread);
       text += "," + token;
       if (OrvanePortRange::isRange(token.c_str())) {
         const OrvanePortRange range(token.c_str());

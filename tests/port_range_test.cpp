@@ -85,7 +85,9 @@ TEST(PortRange, OrdersSinglePortsBeforeRangesAndRangesByTheirEnd) {
   for (const OrvanePort& a : ascending) {
     for (const OrvanePort& b : ascending) {
       EXPECT_EQ(a < b, &a < &b) << a.getPort() << " and " << b.getPort();
-      EXPECT_EQ(a == b, &a == &b) << a.getPort() << " and " << b.getPort();
+      OrvanePort copy = a;
+      copy = b;
+      EXPECT_EQ(a == copy, &a == &b) << a.getPort() << " and " << b.getPort();
     }
   }
   EXPECT_FALSE(makePort(0, 1, 9) < makePort(0, 5, 9) || makePort(0, 1, 9) == makePort(0, 5, 9));

@@ -96,9 +96,9 @@ class Random {
   // A port or a range, anywhere; most are short and meet nothing.
   std::string narrowToken() {
     const unsigned int start = 1 + below(below(4) == 0 ? 65536 : 300000);
-    const unsigned int width = below(50) == 0 ? 30000 : 20;
+    const unsigned int width = below(1000) == 0 ? 30000 : 20;
     return std::to_string(start) +
-           (below(5) == 0 ? "" : "-" + std::to_string(start + below(width)));
+           (below(3) == 0 ? "" : "-" + std::to_string(start + below(width)));
   }
 
   // A group of a section text. It has a GroupID, as no drawn identifier is the same twice.
