@@ -2,15 +2,13 @@
 // meanwhile, beside the same containers made by hand at once. Writes a table.
 //   memory [APPLICATIONS]
 
-#include <malloc.h>
-
-#include <algorithm>
 #include <cstdlib>
 #include <iomanip>
 #include <iostream>
-#include <new>
+#include <memory>
 #include <string>
 
+#include "counted_memory.h"
 #include "plain.h"
 #include "workload.h"
 #ifdef ORVANE_BENCH_PEERS
@@ -20,37 +18,8 @@
 
 namespace {
 
-std::size_t held = 0;
-std::size_t peak = 0;
-
-// The bytes of each block as the system's allocator counts them.
-void* allocate(std::size_t size) {
-  void* const block = std::malloc(size);
-  if (block == nullptr) throw std::bad_alloc();
-  held += malloc_usable_size(block);
-  peak = std::max(peak, held);
-  return block;
-}
-
-void release(void* block) {
-  if (block == nullptr) return;
-  held -= malloc_usable_size(block);
-  std::free(block);
-}
-
-struct Use {
-  std::size_t held;
-  std::size_t peak;
-};
-
-// What `make` takes while what it returns is kept.
-template <typename Make>
-Use measure(Make make) {
-  const std::size_t before = held;
-  peak = held;
-  const auto made = make();
-  return {held - before, peak - before};
-}
+using bench::measure;
+using bench::Use;
 
 void write(const char* way, Use use, Use floor) {
   const auto ratio = [](std::size_t a, std::size_t b) {
@@ -61,10 +30,6 @@ void write(const char* way, Use use, Use floor) {
 }
 
 }  // namespace
-
-void* operator new(std::size_t size) { return allocate(size); }
-void operator delete(void* block) noexcept { release(block); }
-void operator delete(void* block, std::size_t /*size*/) noexcept { release(block); }
 
 int main(int argc, char** argv) {
   const OrvaneAppMapping mapping = workload::applications(argc > 1 ? std::atol(argv[1]) : 100000);

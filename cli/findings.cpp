@@ -45,12 +45,13 @@ class HeldApplications {
     const bool isNew = read.getUpid() == kOrvaneNoUpid;
     const SectionPair* const groupId = pairs.find("GroupID");
     if (isNew && groupId == nullptr) return;  // an application of its own
+    const OrvanePortMapping& item = read.getItems().front();
     const auto upidKey = std::pair(Key::kUpid, read.getUpid());
     const auto idKey = std::pair(Key::kGroupId, static_cast<unsigned int>(read.getID()));
     const auto found = byKey_.find(isNew ? idKey : upidKey);
     if (found == byKey_.end()) {
       const std::string id = groupId == nullptr ? "a fresh one" : std::to_string(read.getID());
-      const auto held = std::make_shared<Held>(Held{std::move(read), id});
+      const auto held = std::make_shared<Held>(Held{read, id, {{item.getIpAddress(), item}}});
       if (!isNew) byKey_.emplace(upidKey, held);
       if (groupId != nullptr) byKey_.try_emplace(idKey, held);
       return;
@@ -62,8 +63,14 @@ class HeldApplications {
                    ": this group without UPID becomes part of that application");
     }
     compareFields(held, read, pairs, findings);
-    compareItems(held.application, read, pairs, findings);
-    held.application.update(read);
+    const auto [same, added] = held.items.try_emplace(item.getIpAddress(), item);
+    if (added) {
+      compareCategories(held.application, read, pairs, findings);
+      return;
+    }
+    compareItems(same->second, item, pairs, findings);
+    same->second.addPorts(item.getPorts());
+    same->second.addRanges(item.getRanges());
   }
 
  private:
@@ -72,8 +79,9 @@ class HeldApplications {
   enum class Key : std::uint8_t { kUpid, kGroupId };
 
   struct Held {
-    OrvaneApplication application;
-    std::string id;  // as its first group says it
+    OrvaneApplication application;  // as its first group says it, like the identifier
+    std::string id;
+    std::map<unsigned int, OrvanePortMapping> items;  // of all its groups, by address
   };
 
   // All fields are those of the first group; its items alone grow.
@@ -95,14 +103,8 @@ class HeldApplications {
   }
 
   // A group for an address that the application holds adds its ports and ranges, nothing else.
-  static void compareItems(const OrvaneApplication& held, const OrvaneApplication& read,
+  static void compareItems(const OrvanePortMapping& held, const OrvanePortMapping& item,
                            const TakenPairs& pairs, Findings& findings) {
-    const OrvanePortMapping& item = read.getItems().front();
-    const auto same = held.getItems().find(item);
-    if (same == held.getItems().end()) {
-      compareCategories(held, read, pairs, findings);
-      return;
-    }
     const auto compare = [&](std::string_view key, auto first, auto second) {
       const SectionPair* const pair = pairs.find(key);
       if (pair == nullptr || first == second) return;
@@ -110,11 +112,11 @@ class HeldApplications {
                std::string(key) + " " + std::to_string(second) +
                    " is ignored: the first group of the address makes it " + std::to_string(first));
     };
-    compare("UniqueBlockNumber", same->getUniqueBlockNumber(), item.getUniqueBlockNumber());
-    compare("SelectorTypeInfo", same->getSelectorInfo(), item.getSelectorInfo());
+    compare("UniqueBlockNumber", held.getUniqueBlockNumber(), item.getUniqueBlockNumber());
+    compare("SelectorTypeInfo", held.getSelectorInfo(), item.getSelectorInfo());
     for (const OrvanePortRange& range : item.getRanges()) {
-      const auto rival = same->getRanges().find(range);
-      if (rival == same->getRanges().end() || *rival == range) continue;
+      const auto rival = held.getRanges().find(range);
+      if (rival == held.getRanges().end() || *rival == range) continue;
       const std::string ignored = range.getRange();
       addError(findings, pairs.find("PortRange")->line, "conflict",
                "range " + ignored + " is ignored: an earlier group of the address has " +

@@ -61,6 +61,7 @@ TEST(PortMapping, AddsSetsPlainlyAndRangesWithMerging) {
   OrvanePortMapping mapping = makeItem(0, "80,1500-2000");
   mapping.addRanges({{1000, 2000}, {70, 90}, {1, 9}});
   mapping.addPorts({1, 80, 65535});
+  EXPECT_NE(mapping.overlap({65535, 70000}), mapping.getPorts().end());
   mapping.addPorts(mapping.getPorts());
   EXPECT_EQ(showSets(mapping), "1,80,65535|1-9,70-90,1500-2000");
   EXPECT_EQ(mapping.findOverlapped({9, 80})->getEnd(), 9U);

@@ -103,6 +103,9 @@ TEST(ResultTexts, StayWhereNothingOfTheirsIsWritten) {
   EXPECT_STREQ(range, "1-2");
   makeApplication(1, "", {makeItem(1, "5-6"), makeItem(2, "80")}).getSection(true);
   EXPECT_STREQ(range, "5-6");
+  const std::string_view section = makeApplication(1, "", {makeItem(1, "7")}).getSection(true);
+  OrvaneAppMapping().getUpdatedSection(OrvaneAppMapping(), true);
+  EXPECT_TRUE(section.starts_with("PortRange=7\n"));
 }
 
 }  // namespace

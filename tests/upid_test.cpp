@@ -153,6 +153,7 @@ TEST(UpidTree, KeepsTheFirstNodeOfAUpid) {
     EXPECT_FALSE(held.setBufferChecked(prefix(second, length)));
   }
   EXPECT_FALSE(held.setBufferChecked(tree(0x1C71C71D, 66, record(9))));  // of 40 bytes, modulo 2^32
+  EXPECT_TRUE(OrvaneUpidTree().setBufferChecked(tree(0, 66, "")));
   held.setBuffer(nullptr, 0);
   EXPECT_EQ(held.getTCPUpid(), 6);
   EXPECT_EQ(written(held), record(3) + record(5) + record(7, "a"));
@@ -173,8 +174,8 @@ TEST(UpidTree, KeepsTheFirstNodeOfAUpid) {
   EXPECT_EQ(array.getBuffer(again.data()), 288);
   EXPECT_EQ(again, nodes);
   array.shrink_to_fit();
-  array.setBuffer(reinterpret_cast<const char*>(static_cast<UPID_TREE_NODE_S*>(&array[1])), 72);
-  EXPECT_EQ(array.back().getUpid(), array[1].getUpid());  // of a node that moved
+  array.setBuffer(reinterpret_cast<const char*>(static_cast<UPID_TREE_NODE_S*>(&array[1])), 144);
+  EXPECT_EQ(array[4].getUpid(), array[1].getUpid());  // of a node that moved
 }
 
 TEST(UpidTree, ReadsNodesInAnyOrder) {
