@@ -116,18 +116,18 @@ double since(Clock::time_point start) {
 template <typename Read>
 void measure(const std::string& reader, const Texts& texts, Read read) {
   Worst worst;
-  for (const auto& [name, text] : texts) {
+  for (const auto& entry : texts) {
     double took = 1e9;
     bench::Use use{};
     for (int round = 0; round < 3; ++round) {
       const auto start = Clock::now();
       use = bench::measure([&] {
-        auto made = read(text);
+        auto made = read(entry.second);
         took = std::min(took, since(start));
         return made;
       });
     }
-    worst.take(name, took, use.peak);
+    worst.take(entry.first, took, use.peak);
   }
   write(reader, worst);
 }
@@ -164,7 +164,7 @@ std::string nodes(const std::function<unsigned int(unsigned int)>& upid, bool he
 // starts from counts as its own, so all that is not needed any more is given back before.
 void measureCommand(const std::string& command, const std::string& reader,
                     const std::vector<std::string>& arguments, const std::string& ending,
-                    Texts texts) {
+                    Texts&& texts) {
   Worst worst;
   const std::string path =
       std::filesystem::temp_directory_path() / ("hostile-" + std::to_string(getpid()) + ending);
@@ -260,20 +260,24 @@ void measureCommands(const std::string& command) {
                   {"one name", fill([](auto i) { return "n " + number(i % 65535 + 1) + "/x\n"; })},
                   {"different names", fill([](auto i) { return number(i) + " 1/x\n"; })}});
   measureCommand(command, "`orvane tree`", {"tree"}, "", trees(true));
-  measureCommand(command, "`orvane tree pack`, CSV", {"tree", "pack"}, ".csv",
-                 {{"line ends alone", std::string(kSize, '\n')},
-                  {"commas alone", "upid\n" + std::string(kSize, ',')},
-                  {"nodes of one parent",
-                   "upid,parentUpid\n" + fill([](auto i) { return number(i + 1) + ",1\n"; })},
-                  {"nodes of one UPID", "upid\n" + fill([](auto) { return "1\n"; })}});
-  measureCommand(command, "`orvane tree pack`, JSON", {"tree", "pack"}, ".json",
-                 {{"brackets alone", std::string(kSize, '[')},
-                  {"nested arrays",
-                   "{\"nodes\":" + std::string(kSize / 2, '[') + std::string(kSize / 2, ']') + "}"},
-                  {"small nodes", "{\"nodes\":[{\"upid\":0}" + fill([](auto i) {
-                                    return ",{\"upid\":" + number(i) + "}";
-                                  }) + "]}"},
-                  {"empty objects", "{\"nodes\":[{}" + fill([](auto) { return ",{}"; }) + "]}"}});
+  measureCommand(
+      command, "`orvane tree pack`, CSV",
+      {"tree", "pack", "--output", std::filesystem::temp_directory_path() / "hostile.tree"}, ".csv",
+      {{"line ends alone", std::string(kSize, '\n')},
+       {"commas alone", "upid\n" + std::string(kSize, ',')},
+       {"nodes of one parent",
+        "upid,parentUpid\n" + fill([](auto i) { return number(i + 1) + ",1\n"; })},
+       {"nodes of one UPID", "upid\n" + fill([](auto) { return "1\n"; })}});
+  measureCommand(
+      command, "`orvane tree pack`, JSON",
+      {"tree", "pack", "--output", std::filesystem::temp_directory_path() / "hostile.tree"},
+      ".json",
+      {{"brackets alone", std::string(kSize, '[')},
+       {"nested arrays",
+        "{\"nodes\":" + std::string(kSize / 2, '[') + std::string(kSize / 2, ']') + "}"},
+       {"small nodes", "{\"nodes\":[{\"upid\":0}" +
+                           fill([](auto i) { return ",{\"upid\":" + number(i) + "}"; }) + "]}"},
+       {"empty objects", "{\"nodes\":[{}" + fill([](auto) { return ",{}"; }) + "]}"}});
 }
 
 }  // namespace

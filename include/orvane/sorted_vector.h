@@ -58,7 +58,8 @@ class sorted_vector {
   }
 
   sorted_vector& operator=(sorted_vector&& other) noexcept {
-    sorted_vector(std::move(other)).swap(*this);
+    sorted_vector taken(std::move(other));
+    swap(taken);
     return *this;
   }
 
