@@ -24,20 +24,26 @@ function(orvane_target_options target)
   endif()
 endfunction()
 
+# What those who link the library need, from the build tree and from where it is installed.
+function(orvane_public_headers target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_include_directories(${target}
+    PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+           $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
+           $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+endfunction()
+
 # The library itself: hidden visibility, a soname, and the generated export header.
 function(orvane_library target)
   add_library(${target} ${ARGN})
   add_library(OrvaneUpid::${target} ALIAS ${target})
   orvane_target_options(${target})
+  orvane_public_headers(${target})
   generate_export_header(${target}
     EXPORT_MACRO_NAME ORVANE_EXPORT
     STATIC_DEFINE ORVANE_STATIC_DEFINE
     EXPORT_FILE_NAME ${PROJECT_BINARY_DIR}/include/orvane/export.h)
-  target_include_directories(${target}
-    PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
-           $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
-           $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
-    PRIVATE ${PROJECT_SOURCE_DIR})
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR})
   set_target_properties(${target} PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
@@ -51,4 +57,15 @@ function(orvane_library target)
     target_link_options(${target} PRIVATE -Wl,--version-script=${map})
     set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${map})
   endif()
+endfunction()
+
+# The objects of a shared library once more, as a static library beside it.
+function(orvane_static_library target shared)
+  add_library(${target} STATIC $<TARGET_OBJECTS:${shared}>)
+  add_library(OrvaneUpid::${target} ALIAS ${target})
+  orvane_public_headers(${target})
+  target_compile_definitions(${target} PUBLIC ORVANE_STATIC_DEFINE)
+  set_target_properties(${target} PROPERTIES
+    OUTPUT_NAME ${shared}
+    LINKER_LANGUAGE CXX)
 endfunction()
