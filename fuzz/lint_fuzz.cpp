@@ -1,5 +1,5 @@
-// The findings in section texts: in the order of the lines, and none of them of text that the
-// library has written, unless it carries what it was given.
+// The findings in section texts: they come in the order of the lines, and a text without any is
+// read whole.
 
 #include <orvane/orvane.h>
 

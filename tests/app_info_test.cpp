@@ -133,6 +133,7 @@ TEST(AppInfo, ReadsSections) {
 TEST(AppInfo, LooksKeysUpAtEachCall) {
   auto& names = OrvaneAppInfo::appinfo_key_names;
   EXPECT_EQ(reinterpret_cast<char**>(OrvaneAppInfo::getKeyNames()), names);
+  EXPECT_STREQ(reinterpret_cast<char**>(OrvaneApplication::getKeyNames())[0], "PortRange");
   const auto kept = std::to_array(names);
   char number[] = "Number";
   char sameNumber[] = "NUMBER";

@@ -86,6 +86,7 @@ TEST(AppMapping, RemovesAndMarksDeleted) {
   mapping.remove(mapping[1]);  // by its identifier
   mapping.remove(makeApplication(kOrvaneNoUpid));
   mapping.remove(mapping.find(5));
+  mapping.removeNew(mapping);
   mapping.setDeleted(mapping.find(5));
   EXPECT_EQ(keysOf(mapping), " 7/103:0");
 }

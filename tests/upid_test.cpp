@@ -136,6 +136,7 @@ TEST(UpidNode, IgnoresShortAndMissingData) {
     EXPECT_EQ(OrvaneUpidNode(held).setNameChecked(prefix(whole, length)), length >= 32);
   }
   held.copy(nullptr);
+  held.copy(&held);
   held.setName(nullptr);
   EXPECT_EQ(written(held), whole);
   EXPECT_TRUE(held.copyChecked(prefix(record(9), kSize)));
@@ -251,6 +252,7 @@ TEST(UpidArray, ReadsTheRecordsThatALengthHolds) {
     array.setBuffer(nullptr, length);
     EXPECT_EQ(written(array), expected);
     EXPECT_EQ(array.getBuffer(nullptr), expected.size());
+    EXPECT_EQ(array.getBufferLength(), expected.size());
     const bool whole = bytes % kSize == 0;
     EXPECT_EQ(array.setBufferChecked(prefix(buffer, bytes)), whole);
     EXPECT_EQ(written(array), whole ? expected + expected : expected);
