@@ -18,6 +18,13 @@ inline std::string textOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
+// The same up to its NUL.
+inline std::string untilNulOf(const std::uint8_t* data, std::size_t size) {
+  std::string text = textOf(data, size);
+  if (const std::size_t nul = text.find('\0'); nul != std::string::npos) text.resize(nul);
+  return text;
+}
+
 // The parts of an input that holds several texts, which a byte of 0xFF separates; as many as asked
 // for, the last ones empty when the input has fewer.
 inline std::vector<std::string> textsOf(const std::uint8_t* data, std::size_t size,

@@ -21,7 +21,7 @@ void checkOrder(const std::string& text, const orvane::cli::Findings& findings) 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string text = fuzz::textsOf(data, size, 1).front().c_str();
+  const std::string text = fuzz::untilNulOf(data, size);
   const auto findings = orvane::cli::findingsOf(text);
   checkOrder(text, findings);
   checkOrder(text, orvane::cli::catalogueFindingsOf(text));

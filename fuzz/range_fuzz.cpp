@@ -16,7 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const OrvanePort port(text.c_str());
   fuzz::require(port.getPort() <= 65535);
-  const OrvanePort same(port);
+  OrvanePort same;
+  same = port;
   fuzz::require(!(port < same) && !(same < port) && same.getText() == std::string(port.getText()));
   fuzz::require(port.getNumPortsUsed() == same.getNumPortsUsed());
 

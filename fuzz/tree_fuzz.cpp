@@ -48,7 +48,7 @@ void readTree(std::span<const char> buffer) {
       buffer.size() >= kHeader && (buffer.size() - kHeader) / kNode >= std::size_t{count};
   fuzz::require(tree.setBufferChecked(buffer) == whole);
   if (!whole) {
-    fuzz::require(tree.size() == 0 && tree.header[1] == 0);
+    fuzz::require(tree.empty() && tree.header[1] == 0);
     return;
   }
   std::map<unsigned int, OrvaneUpidNode> plain;
@@ -77,7 +77,8 @@ void readArray(std::span<const char> buffer) {
   OrvaneUpidArray plain;
   for (std::size_t at = 0; buffer.size() % kNode == 0 && at < buffer.size(); at += kNode) {
     const OrvaneUpidNode node(buffer.data() + at, kNode);
-    const std::string name = std::string(node.getName(), sizeof node.name).c_str();
+    const std::string_view field(node.getName(), sizeof node.name);
+    const std::string_view name = field.substr(0, field.find('\0'));
     if (std::ranges::all_of(name, [](char c) { return c >= 0; })) plain.add(node);
   }
   fuzz::require(written(array) == written(plain));

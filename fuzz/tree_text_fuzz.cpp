@@ -6,7 +6,7 @@
 #include "fuzz.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string text = fuzz::textsOf(data, size, 1).front().c_str();
+  const std::string text = fuzz::untilNulOf(data, size);
   for (const char* const name : {"tree.csv", "tree.json"}) {
     try {
       const auto file = orvane::cli::parseTreeText({name, text}, false);
