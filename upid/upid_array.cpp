@@ -1,10 +1,23 @@
 #include "orvane/upid_array.h"
 
 #include <algorithm>
-#include <cstring>
-#include <string_view>
+#include <cstddef>
+#include <cstdint>
 
 #include "upid/node_buffer.h"
+
+namespace {
+
+// Eight bytes as one number, the first one lowest, whatever the machine's order.
+std::uint64_t eightBytes(const char* bytes) {
+  std::uint64_t number = 0;
+  for (unsigned int i = 0; i < sizeof number; ++i) {
+    number |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << 8U * i;
+  }
+  return number;
+}
+
+}  // namespace
 
 OrvaneUpidArray::~OrvaneUpidArray() = default;
 
@@ -50,9 +63,14 @@ int OrvaneUpidArray::getBufferLength() const {
 // A byte of 0x80 or above spoils a name; what follows the first NUL is not part of it.
 bool OrvaneUpidArray::checkName(const char* name) {
   if (name == nullptr) return false;
-  unsigned char seen = 0;
-  for (const char byte : std::string_view(name, strnlen(name, sizeof UPID_TREE_NODE_S::name))) {
-    seen |= static_cast<unsigned char>(byte);
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  constexpr std::uint64_t kLowBits = kHighBits >> 7U;
+  for (std::size_t i = 0; i < sizeof UPID_TREE_NODE_S::name; i += sizeof(std::uint64_t)) {
+    const std::uint64_t bytes = eightBytes(name + i);
+    const std::uint64_t nuls = (bytes - kLowBits) & ~bytes & kHighBits;  // the lowest bit is right
+    const std::uint64_t beforeNul = nuls == 0 ? ~std::uint64_t{0} : (nuls & -nuls) - 1;
+    if ((bytes & kHighBits & beforeNul) != 0) return false;
+    if (nuls != 0) return true;
   }
-  return seen < 0x80;
+  return true;
 }
