@@ -17,18 +17,10 @@ std::string& entrySectionText() {
 namespace orvane {
 namespace {
 
-// Keys may be of any length, since callers can change them.
-Pen writeKey(Pen pen, std::string_view key) {
-  pen.put(key);
-  pen.put('=');
-  return pen;
-}
-
 template <typename Number>
-Pen writeLine(Pen pen, std::string_view key, Number number) {
-  pen = writeKey(pen, key);
+Pen writeField(Pen pen, const ShortText& key, Number number) {
+  pen.put(key);
   pen.putNumber(number);
-  pen.put('\n');
   return pen;
 }
 
@@ -60,8 +52,12 @@ void PortWriter::publish() const {
 }
 
 AppInfoWriter::AppInfoWriter(std::string& text, bool terminate)
-    : out_(text), terminate_(terminate), fieldsRoom_(sizeof ";\n") {
-  for (const std::string_view key : keys_) fieldsRoom_ += key.size() + sizeof "=\n" + kNumberRoom;
+    : out_(text), terminate_(terminate), fieldsRoom_(sizeof "\n;\n" + ShortText::kRoom) {
+  const AppInfoKeys keys = currentKeys();
+  for (std::size_t i = 0; i < kAppInfoFields; ++i) {
+    keys_[i] = ShortText((i == 0 ? "" : "\n") + std::string(keys[i]) + "=");
+    fieldsRoom_ += keys_[i].size() + kNumberRoom;
+  }
 }
 
 void AppInfoWriter::append(const OrvaneAppInfo& entry, const PortSet& ports,
@@ -70,23 +66,21 @@ void AppInfoWriter::append(const OrvaneAppInfo& entry, const PortSet& ports,
   wrote_ = true;
   section_.begin = out_.size();
   Pen pen = out_.pen(fieldsRoom_ + fqn.size() + PortWriter::room(ports));
-  pen = writeLine(pen, keys_[kEntryVersion], entry.getVersion());
-  pen = writeLine(pen, keys_[kEntryPortType], static_cast<int>(entry.getPortType()));
-  pen = writeLine(pen, keys_[kEntryUpid], entry.getUPID());
-  pen = writeKey(pen, keys_[kEntryPortRange]);
+  pen = writeField(pen, keys_[kEntryVersion], entry.getVersion());
+  pen = writeField(pen, keys_[kEntryPortType], static_cast<int>(entry.getPortType()));
+  pen = writeField(pen, keys_[kEntryUpid], entry.getUPID());
+  pen.put(keys_[kEntryPortRange]);
   out_.putDown(pen);
   ports_.begin = out_.size();
   pen = portWriter_.write(pen, ports);
   out_.putDown(pen);
   ports_.end = out_.size();
-  pen.put('\n');
-  pen = writeLine(pen, keys_[kEntryReserved1], reserved1);
-  pen = writeLine(pen, keys_[kEntryReserved2], entry.getReserved2());
-  pen = writeLine(pen, keys_[kEntryReserved3], entry.getReserved3());
-  pen = writeKey(pen, keys_[kEntryFqn]);
+  pen = writeField(pen, keys_[kEntryReserved1], reserved1);
+  pen = writeField(pen, keys_[kEntryReserved2], entry.getReserved2());
+  pen = writeField(pen, keys_[kEntryReserved3], entry.getReserved3());
+  pen.put(keys_[kEntryFqn]);
   pen.put(fqn);
-  pen.put('\n');
-  if (terminate_) pen.put(";\n");
+  pen.put(terminate_ ? std::string_view("\n;\n") : "\n");
   out_.putDown(pen);
   section_.end = out_.size();
 }

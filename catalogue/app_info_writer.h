@@ -4,6 +4,7 @@
 #define ORVANE_CATALOGUE_APP_INFO_WRITER_H_
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -61,7 +62,7 @@ class AppInfoWriter {
 
   TextBuilder out_;
   bool terminate_;
-  AppInfoKeys keys_ = currentKeys();
+  std::array<ShortText, kAppInfoFields> keys_;  // each with what stands before and after it
   std::size_t fieldsRoom_;
   bool wrote_ = false;
   Extent section_;

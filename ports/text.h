@@ -3,6 +3,7 @@
 #ifndef ORVANE_PORTS_TEXT_H_
 #define ORVANE_PORTS_TEXT_H_
 
+#include <array>
 #include <charconv>
 #include <concepts>
 #include <cstdint>
@@ -110,6 +111,31 @@ std::optional<std::uint32_t> readAddress(std::string_view text);
 // The most characters that a number of 32 bits takes: "-2147483648".
 inline constexpr std::size_t kNumberRoom = 11;
 
+// A text that is written again and again: a short one by one copy of kRoom bytes, which takes no
+// call.
+class ShortText {
+ public:
+  static constexpr std::size_t kRoom = 16;
+
+  ShortText() = default;
+  explicit ShortText(std::string_view text) : text_(text) { text.copy(head_.data(), kRoom); }
+
+  std::size_t size() const { return text_.size(); }
+
+  // Writes it to where there is room for it and kRoom more; returns its end.
+  char* write(char* to) const {
+    if (size() <= kRoom) {
+      std::memcpy(to, head_.data(), kRoom);
+      return to + size();
+    }
+    return to + text_.copy(to, size());
+  }
+
+ private:
+  std::string text_;
+  std::array<char, kRoom> head_{};
+};
+
 // Writes to memory that suffices. It is handed on by value: a local one stays in a register, while
 // anything that text is written through memory to has to be looked up again for every piece.
 class Pen {
@@ -120,6 +146,8 @@ class Pen {
   char* place() const { return next_; }
 
   void put(char c) { *next_++ = c; }
+
+  void put(const ShortText& text) { next_ = text.write(next_); }
 
   void put(std::string_view piece) { next_ += piece.copy(next_, piece.size()); }
 

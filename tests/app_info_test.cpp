@@ -139,13 +139,16 @@ TEST(AppInfo, LooksKeysUpAtEachCall) {
   char sameNumber[] = "NUMBER";
   names[0] = number;
   names[2] = sameNumber;
+  char longName[] = "ReservedForTheThirdTime";
+  names[6] = longName;
   names[7] = nullptr;
   *names[1] = 'p';
   OrvaneAppInfo entry = makeOld();
-  entry.setSection("UPID=1\nPortType=3\nnumber=4\nNumber=5\n=name\nFQN=none\n;\n");
+  entry.setSection(
+      "UPID=1\nPortType=3\nnumber=4\nNumber=5\nreservedForTheThirdTime=8\n=name\nFQN=none\n;\n");
   EXPECT_EQ(entry.getSection(false),
             "Number=4\nportType=3\nNUMBER=4\nPortRange=6,60-61\nReserved1=5\nReserved2=4\n"
-            "Reserved3=3\n=name\n"s);
+            "ReservedForTheThirdTime=8\n=name\n"s);
   *names[1] = 'P';
   std::ranges::copy(kept, names);
 }
