@@ -4,13 +4,14 @@
 #include "cli/output.h"
 #include "cli/section_file.h"
 #include "cli/subcommands.h"
+#include "cli/terminal.h"
 #include "cli/text.h"
 
 namespace orvane::cli {
 namespace {
 
 // One item per line; the application's own fields stand on its first.
-std::string tableOf(const OrvaneAppMapping& applications) {
+std::string tableOf(const OrvaneAppMapping& applications, const Screen& screen) {
   Table table;
   table.add({"UPID", "NAME", "TYPE", "ACTION", "CATEGORY", "ITEMS"});
   for (const OrvaneApplication& application : applications) {
@@ -27,7 +28,7 @@ std::string tableOf(const OrvaneAppMapping& applications) {
       row.assign(row.size(), "");
     }
   }
-  return table.text();
+  return table.text(screen);
 }
 
 std::string jsonOf(const OrvaneAppMapping& applications) {
@@ -62,7 +63,7 @@ ExitStatus showApplications(const AppsOptions& options) {
   const OrvaneAppMapping applications = readApplications(options.file);
   writeOutput(options.json      ? jsonOf(applications)
               : options.section ? applications.getSection(true)
-                                : tableOf(applications),
+                                : tableOf(applications, screenFor(options.color, options.output)),
               options.output, {options.file});
   return kSuccess;
 }

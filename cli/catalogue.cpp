@@ -11,6 +11,7 @@
 #include "cli/output.h"
 #include "cli/section_file.h"
 #include "cli/subcommands.h"
+#include "cli/terminal.h"
 #include "cli/text.h"
 #include "cli/written_values.h"
 #include "orvane/app_info_array.h"
@@ -67,7 +68,7 @@ std::uint64_t portCount(const OrvaneAppInfo& entry) {
   return count;
 }
 
-std::string tableOf(const OrvaneAppInfoArray& catalogue, bool expand) {
+std::string tableOf(const OrvaneAppInfoArray& catalogue, bool expand, const Screen& screen) {
   Table table;
   table.add({"UPID", "VERSION", "PORT TYPE", "COUNT", "NAME", "PORTS"});
   std::map<int, std::uint64_t> totals;
@@ -79,7 +80,7 @@ std::string tableOf(const OrvaneAppInfoArray& catalogue, bool expand) {
                ports.empty() ? "(no ports)" : ports});
     totals[entry.getPortType()] += count;
   }
-  std::string text = table.text();
+  std::string text = table.text(screen);
   for (const auto& [type, total] : totals) {
     text += "Ports of type " + std::to_string(type) + ": " + std::to_string(total) + "\n";
   }
@@ -185,7 +186,8 @@ std::string textOf(const CatalogueOptions& options) {
   if (!options.add.empty()) return addedSection(options, catalogue, upids);
   const OrvaneAppInfoArray selected = select(catalogue, upids);
   if (options.section) return selected.getSection(true);
-  return options.json ? jsonOf(selected, options.expand) : tableOf(selected, options.expand);
+  if (options.json) return jsonOf(selected, options.expand);
+  return tableOf(selected, options.expand, screenFor(options.color, options.output));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "cli/output.h"
 #include "cli/section_file.h"
 #include "cli/subcommands.h"
+#include "cli/terminal.h"
 #include "cli/text.h"
 
 namespace orvane::cli {
@@ -48,12 +49,19 @@ std::string lineOf(const Fact& fact) {
   return line + " " + textOf(fact, fact.before) + " -> " + textOf(fact, fact.after) + "\n";
 }
 
-std::string summaryOf(const std::vector<Difference>& differences) {
+const char* colourOf(const Difference& difference) {
+  if (difference.older == nullptr) return kGreen;
+  return difference.newer == nullptr ? kRed : kBold;
+}
+
+std::string summaryOf(const std::vector<Difference>& differences, const Screen& screen) {
   std::string text;
   for (const Difference& difference : differences) {
     const OrvaneApplication& application = difference.either();
-    text += std::string(changeOf(difference)) + " " + upidText(application) + " " +
-            quote(application.getName()) + "\n";
+    text += paint(std::string(changeOf(difference)) + " " + upidText(application) + " " +
+                      quote(application.getName()),
+                  colourOf(difference), screen) +
+            "\n";
     for (const Fact& fact : difference.facts) text += lineOf(fact);
   }
   return text;
@@ -112,7 +120,7 @@ ExitStatus compareTexts(const DiffOptions& options) {
   const std::vector<Difference> differences = compare(older, newer);
   if (!options.summary) noteOmissions(differences);
   writeOutput(options.json      ? jsonOf(differences)
-              : options.summary ? summaryOf(differences)
+              : options.summary ? summaryOf(differences, screenFor(options.color, options.output))
                                 : changeSections(differences),
               options.output, {options.older, options.newer});
   return differences.empty() ? kSuccess : kFound;

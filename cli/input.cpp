@@ -10,6 +10,7 @@
 
 #include "cli/failure.h"
 #include "cli/file.h"
+#include "cli/progress.h"
 #include "cli/text.h"
 
 namespace orvane::cli {
@@ -23,6 +24,7 @@ std::string readAll(const File& file, const std::string& name) {
     if (count == 0) return text;
     if (count > 0) {
       text.append(block.data(), static_cast<std::size_t>(count));
+      addProgress(static_cast<std::size_t>(count));
     } else if (errno != EINTR) {
       failAsErrno("cannot read " + name);
     }
@@ -40,6 +42,7 @@ Input readBytes(const std::string& path) {
   Input input{inputName(path), {}};
   const File file(standard ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (!file.isOpen()) failAsErrno("cannot read " + input.name);
+  startProgress(input.name);
   input.text = readAll(file, input.name);
   return input;
 }

@@ -1,8 +1,8 @@
-// The command line. Nothing else sees CLI11, which takes far longer to compile than all of this.
+// The command line. Only this and help.cpp see CLI11, which takes far longer to compile than the
+// rest.
 
 #include <CLI/CLI.hpp>
 #include <csignal>
-#include <cstdio>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "cli/failure.h"
+#include "cli/help.h"
 #include "cli/output.h"
 #include "cli/subcommands.h"
 #include "cli/text.h"
@@ -27,10 +28,19 @@ struct Command {
 const CLI::Validator kNotEmpty(
     [](const std::string& text) { return text.empty() ? "the argument is empty" : ""; }, "");
 
+// A check that help does not tell in its own way.
+CLI::Validator quiet(CLI::Validator check) { return check.description(""); }
+
 void addOutputOption(CLI::App& command, std::string& path) {
-  command.add_option("--output", path, "Write to FILE, replaced as a whole, never to an input")
+  command.add_option("--output", path, "Write to FILE, replaced as a whole")
       ->type_name("FILE")
       ->check(kNotEmpty);
+}
+
+void addColorOption(CLI::App& command, std::string& color) {
+  command.add_option("--color", color, "auto (on a terminal, if not given), always or never")
+      ->type_name("WHEN")
+      ->check(quiet(CLI::IsMember({"auto", "always", "never"})));
 }
 
 void addSectionText(CLI::App& command, const std::string& name, std::string& path) {
@@ -48,8 +58,8 @@ void addInUseOptions(CLI::App& command, InUseOptions& options) {
       ->allow_extra_args(false)
       ->check(kNotEmpty);
   CLI::Option* const live =
-      command.add_flag("--live", options.live, "What listens (tcp) or is bound (udp) on this host");
-  command.add_option("--proc", options.proc, "Another proc file system for --live")
+      command.add_flag("--live", options.live, "What listens or is bound on this host");
+  command.add_option("--proc", options.proc, "With --live: another proc file system")
       ->type_name("DIR")
       ->needs(live)
       ->check(kNotEmpty);
@@ -63,6 +73,7 @@ Command makeApps(CLI::App& orvane) {
   CLI::Option* const json = parser->add_flag("--json", options->json, "Write all facts as JSON");
   parser->add_flag("--section", options->section, "Write the mapping text in canonical form")
       ->excludes(json);
+  addColorOption(*parser, options->color);
   addOutputOption(*parser, options->output);
   parser->footer(
       "What the text holds that is not read is reported on standard error.\n"
@@ -78,18 +89,18 @@ Command makeDiff(CLI::App& orvane) {
   addSectionText(*parser, "NEW", options->newer);
   CLI::Option* const summary =
       parser->add_flag("--summary", options->summary, "List every difference for a reader instead");
-  parser->add_flag("--json", options->json, "Write the summary as JSON")->needs(summary);
+  parser->add_flag("--json", options->json, "With --summary: write it as JSON")->needs(summary);
   parser
       ->add_option("--assume-action", options->assumedAction,
-                   "Give applications with action 0 this one before comparing")
+                   "Action (1 to 5) for applications with action 0")
       ->type_name("CODE")
-      ->check(CLI::Range(1, 5));
+      ->check(quiet(CLI::Range(1, 5)));
+  addColorOption(*parser, options->color);
   addOutputOption(*parser, options->output);
   parser->footer(
-      "Applications are matched by UPID, new ones by name; GroupID is no difference.\n"
-      "Change sections leave out what OLD holds with action 0. What NEW holds with another action\n"
-      "than 1 they write only beside its old state. Notes on standard error count what is left "
-      "out.\n"
+      "Applications are matched by UPID, new ones by name; GroupID is no difference. "
+      "Change sections leave out what OLD holds with action 0, and what NEW alone holds with "
+      "another action than 1. Notes on standard error count what is left out.\n"
       "Exit status: 0 no difference, 1 any difference, 2 unusable.\n"
       "Example: orvane diff --assume-action 1 running.txt wanted.txt > change.txt");
   return {parser, [options] { return compareTexts(*options); }};
@@ -117,16 +128,15 @@ Command makeCheck(CLI::App& orvane) {
       orvane.add_subcommand("check", "Tell which applications collide with what is in use");
   addSectionText(*parser, "FILE", options->file);
   addInUseOptions(*parser, options->inUse);
-  parser->add_option("--against", options->against, "The items of another mapping text, or -")
+  parser->add_option("--against", options->against, "Check against another mapping text, or -")
       ->type_name("FILE")
       ->check(kNotEmpty);
-  parser->add_flag("--each", options->each,
-                   "Applications of FILE that claim the same port on the same address");
+  parser->add_flag("--each", options->each, "Check the applications of FILE against each other");
   parser->add_flag("--json", options->json, "Write an array of collisions");
   addOutputOption(*parser, options->output);
   parser->footer(
-      "An item without address is on every address. Applications count whatever their action\n"
-      "code, also when it marks them deleted. Each line is an application, the address of its\n"
+      "An item without address is on every address. Applications count whatever their action "
+      "code, also when it marks them deleted. Each line is an application, the address of its "
       "item, the ports that collide, and with what.\n"
       "Exit status: 0 no collision, 1 any collision, 2 unusable.\n"
       "Example: orvane check --live --socket 10.0.0.1:80,443 wanted.txt");
@@ -139,7 +149,7 @@ Command makeUsed(CLI::App& orvane) {
   addInUseOptions(*parser, options->inUse);
   addOutputOption(*parser, options->output);
   parser->footer(
-      "The line holds the sockets, each followed by a blank, then the ports and the ranges in use\n"
+      "The line holds the sockets, each followed by a blank, then the ports and the ranges in use "
       "on every address; ranges that overlap or touch are joined.\n"
       "Example: orvane used --live --ports 8000-8100");
   return {parser, [options] { return showUsed(*options); }};
@@ -156,11 +166,10 @@ Command makeCatalogue(CLI::App& orvane) {
           ->allow_extra_args(false);
   CLI::Option* const expand =
       parser->add_flag("--expand", options->expand, "List every port of a range");
-  CLI::Option_group* const form = parser->add_option_group("Form", "What is written; one of");
+  CLI::Option_group* const form = parser->add_option_group("Form");
   form->require_option(0, 1);
   form->add_flag("--json", options->json, "All facts as JSON");
-  form->add_flag("--section", options->section, "The catalogue text in canonical form")
-      ->excludes(expand);
+  form->add_flag("--section", options->section, "The text in canonical form")->excludes(expand);
   const auto addText = [&](const char* name, std::string& value, const char* type,
                            const char* description) {
     return form->add_option(name, value, description)
@@ -168,16 +177,17 @@ Command makeCatalogue(CLI::App& orvane) {
         ->check(kNotEmpty)
         ->excludes(expand);
   };
-  addText("--with", options->with, "APPS",
-          "Entries merged with the applications of a mapping text");
-  addText("--add", options->add, "APPS", "The catalogue with the applications added");
+  addText("--with", options->with, "APPS", "Entries merged with those of a mapping text");
+  addText("--add", options->add, "APPS", "The catalogue with applications added");
   addText("--known", options->known, "UPIDS", "Those of the UPIDs that have an entry")
       ->excludes(upid);
   addText("--unknown", options->unknown, "UPIDS", "Those of the UPIDs that have none")
       ->excludes(upid);
+  addColorOption(*parser, options->color);
   addOutputOption(*parser, options->output);
   parser->footer(
-      "COUNT is the number of ports in an entry's list; one in two of its elements counts twice.\n"
+      "Of --json, --section, --with, --add, --known and --unknown one may be given. COUNT is the "
+      "number of ports in an entry's list; one in two of its elements counts twice.\n"
       "Example: orvane catalogue --with wanted.txt --upid 7000,7001 known.txt");
   return {parser, [options] { return showCatalogue(*options); }};
 }
@@ -194,8 +204,8 @@ CLI::App* addPack(CLI::App& tree, TreeOptions& options) {
       ->required()
       ->check(kNotEmpty);
   parser->footer(
-      "The forms are those that orvane tree --format writes. firstChild, sibling and\n"
-      "numOfChildren may be left out: they follow from parentUpid and the order. So does the\n"
+      "The forms are those that orvane tree --format writes. firstChild, sibling and "
+      "numOfChildren may be left out: they follow from parentUpid and the order. So does the "
       "header, from the nodes named TCP and UDP.\n"
       "Example: orvane tree pack protocols.csv --output protocols.tree");
   return parser;
@@ -211,7 +221,7 @@ Command makeTree(CLI::App& orvane) {
   parser->add_flag("--nodes", options->nodesOnly, "FILE is a node buffer, without header");
   parser->add_option("--format", options->format, "text (if not given), json, csv or dot")
       ->type_name("FORM")
-      ->check(CLI::IsMember({"text", "json", "csv", "dot"}));
+      ->check(quiet(CLI::IsMember({"text", "json", "csv", "dot"})));
   CLI::Option* const upid = parser->add_option("--upid", options->upid, "Only this node")
                                 ->type_name("UPID")
                                 ->check(kNotEmpty);
@@ -222,8 +232,8 @@ Command makeTree(CLI::App& orvane) {
   addOutputOption(*parser, options->output);
   for (CLI::Option* const option : parser->get_options()) packer->excludes(option);
   parser->footer(
-      "Roots are the nodes whose parent is 0 or themselves. Nodes that no root reaches, links\n"
-      "that lead nowhere or back, and wrong counts of children are findings. A node that counts 0\n"
+      "Roots are the nodes whose parent is 0 or themselves. Nodes that no root reaches, links "
+      "that lead nowhere or back, and wrong counts of children are findings. A node that counts 0 "
       "but has a first child has a chain whose last node only closes it: that one is not drawn.\n"
       "Exit status: 0 no finding, 1 any finding, 2 unusable.\n"
       "Example: orvane tree --format dot protocols.tree | dot -Tsvg > protocols.svg");
@@ -247,11 +257,11 @@ Command makeImport(CLI::App& orvane) {
       ->type_name("UPID");
   parser->add_option("--as", options->form, "apps (if not given) or catalogue")
       ->type_name("FORM")
-      ->check(CLI::IsMember({"apps", "catalogue"}));
+      ->check(quiet(CLI::IsMember({"apps", "catalogue"})));
   addOutputOption(*parser, options->output);
   parser->footer(
-      "Each application has action 1 and one item without address, with the ports of all\n"
-      "protocols; each catalogue entry has those ports and the full name. Lines that are no\n"
+      "Each application has action 1 and one item without address, with the ports of all "
+      "protocols; each catalogue entry has those ports and the full name. Lines that are no "
       "service, and names that are cut, are reported on standard error.\n"
       "Example: orvane import services --first-upid 5000 /etc/services > known.txt");
   return {parser, [options] { return importServices(*options); }};
@@ -266,7 +276,7 @@ Command makeLint(CLI::App& orvane) {
   addOutputOption(*parser, options->output);
   parser->footer(
       "A catalogue text is told from a mapping text by its keys.\n"
-      "Each finding is FILE:LINE: reason; a note, FILE:LINE: note: reason, tells of text that\n"
+      "Each finding is FILE:LINE: reason; a note, FILE:LINE: note: reason, tells of text that "
       "loses nothing but means something else than it seems to.\n"
       "Exit status: 0 nothing found, 1 anything found, notes included, 2 unusable.\n"
       "Example: orvane lint wanted.txt");
@@ -279,19 +289,34 @@ std::string calledName(const CLI::App& parser) {
   return called.empty() ? parser.get_name() : parser.get_name() + " " + calledName(*called.front());
 }
 
+const CLI::App& calledCommand(const CLI::App& parser) {
+  const auto called = parser.get_subcommands();
+  return called.empty() ? parser : calledCommand(*called.front());
+}
+
 [[noreturn]] void rejectUsage(const CLI::App& parser, const std::string& reason) {
   throw Failure(escape(reason) + " (see " + calledName(parser) + " --help)");
 }
 
+// What was meant by the first word that resembles one which the called command knows.
+std::string suggestion(const CLI::App& parser) {
+  for (const std::string& word : parser.remaining(true)) {
+    const std::string nearest = nearestWord(calledCommand(parser), word.substr(0, word.find('=')));
+    if (!nearest.empty()) return "; did you mean " + nearest + "?";
+  }
+  return {};
+}
+
 // Help and version are successes; everything else that stops the parser is wrong usage.
 void finishParsing(const CLI::App& parser, const CLI::ParseError& stop) {
-  if (stop.get_exit_code() != 0) rejectUsage(parser, stop.what());
+  if (stop.get_exit_code() != 0) rejectUsage(parser, stop.what() + suggestion(parser));
   std::ostringstream text;
   parser.exit(stop, text, text);
   writeOutput(text.str(), {}, {});
 }
 
 ExitStatus run(CLI::App& parser, int argc, char** argv) {
+  parser.formatter(std::make_shared<HelpFormatter>());
   parser.set_version_flag("--version", "orvane " ORVANE_VERSION);
   const std::vector<Command> commands = {
       makeApps(parser),  makeDiff(parser),   makePorts(parser),
@@ -325,7 +350,7 @@ int main(int argc, char** argv) {
     return orvane::cli::run(parser, argc, argv);
   } catch (const std::exception& failure) {
     const std::string message = orvane::cli::calledName(parser) + ": " + failure.what() + "\n";
-    std::fputs(message.c_str(), stderr);
+    orvane::cli::writeError(message);
     return orvane::cli::kUnusable;
   }
 }

@@ -14,6 +14,7 @@
 
 #include "cli/failure.h"
 #include "cli/file.h"
+#include "cli/progress.h"
 #include "cli/text.h"
 
 namespace orvane::cli {
@@ -117,6 +118,7 @@ void replaceFile(std::string_view text, const std::string& path,
 
 void writeOutput(std::string_view text, const std::string& path,
                  const std::vector<std::string>& inputs) {
+  endProgress();
   if (!path.empty()) {
     replaceFile(text, path, inputs);
   } else if (!writeAll(STDOUT_FILENO, text)) {
@@ -124,6 +126,9 @@ void writeOutput(std::string_view text, const std::string& path,
   }
 }
 
-void writeError(const std::string& message) { std::fputs(message.c_str(), stderr); }
+void writeError(const std::string& message) {
+  endProgress();
+  std::fputs(message.c_str(), stderr);
+}
 
 }  // namespace orvane::cli

@@ -21,6 +21,7 @@ enum ExitStatus : int {
 struct AppsOptions {
   std::string file;
   std::string output;
+  std::string color = "auto";
   bool json = false;
   bool section = false;
 };
@@ -31,6 +32,7 @@ struct DiffOptions {
   std::string older;
   std::string newer;
   std::string output;
+  std::string color = "auto";
   int assumedAction = kOrvaneActionNone;
   bool summary = false;
   bool json = false;
@@ -71,6 +73,7 @@ struct CatalogueOptions {
   std::string known;
   std::string unknown;
   std::string output;
+  std::string color = "auto";
   std::vector<std::string> upids;
   bool json = false;
   bool section = false;

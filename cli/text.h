@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "cli/terminal.h"
 #include "orvane/application.h"
 
 namespace orvane::cli {
@@ -28,14 +29,15 @@ inline std::string upidText(const OrvaneApplication& application) {
   return application.getUpid() == kOrvaneNoUpid ? "new" : std::to_string(application.getUpid());
 }
 
-// An aligned table with one line per row.
+// An aligned table with one line per row, the first in bold face. Its last column holds lists; one
+// that is too wide for the screen goes on in further lines after a comma.
 class Table {
  public:
   using Row = std::vector<std::string>;
 
   void add(Row row) { rows_.push_back(std::move(row)); }
 
-  std::string text() const;
+  std::string text(const Screen& screen) const;
 
  private:
   std::vector<Row> rows_;

@@ -12,12 +12,14 @@ _orvane() {
     [[ $word != -* ]] || words="--help --version"
   elif [[ $word == -* ]]; then
     case $command in
-      apps) words="--json --section --output" ;;
-      diff) words="--summary --json --assume-action --output" ;;
+      apps) words="--json --section --color --output" ;;
+      diff) words="--summary --json --assume-action --color --output" ;;
       ports) words="--diff --output" ;;
       check) words="--ports --socket --live --proc --against --each --json --output" ;;
       used) words="--ports --socket --live --proc --output" ;;
-      catalogue) words="--upid --expand --json --section --with --add --known --unknown --output" ;;
+      catalogue)
+        words="--upid --expand --json --section --with --add --known --unknown --color --output"
+        ;;
       tree) words="--nodes --format --upid --children --output" ;;
       "tree pack") words="--nodes --output" ;;
       "import services") words="--first-upid --as --output" ;;
@@ -29,6 +31,7 @@ _orvane() {
     case ${COMP_WORDS[COMP_CWORD - 1]} in
       --output | --against | --with | --add) return ;;
       --proc) compopt -o dirnames +o default ;;
+      --color) words="auto always never" ;;
       --format) words="text json csv dot" ;;
       --as) words="apps catalogue" ;;
       --assume-action) words="1 2 3 4 5" ;;

@@ -4,7 +4,9 @@
 #define ORVANE_TESTS_CLI_COMMAND_TEST_H_
 
 #include <gtest/gtest.h>
+#include <pty.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -47,6 +49,27 @@ class CommandTest : public testing::Test {
                                 arguments + "; } < in > out 2> err";
     const int status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read("out"), read("err")};
+  }
+
+  // What "orvane ARGUMENTS" shows on a terminal of so many columns.
+  std::string runOnTerminal(const std::string& arguments, unsigned short columns = 80) const {
+    const winsize size{24, columns, 0, 0};
+    int terminal = -1;
+    const pid_t child = ::forkpty(&terminal, nullptr, nullptr, &size);
+    if (child == 0) {
+      const std::string command =
+          "stty -opost; cd '" + directory_.string() + "'; " ORVANE_COMMAND " " + arguments;
+      ::execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+      ::_exit(127);
+    }
+    std::string shown;
+    char block[4096];
+    for (ssize_t count = 0; (count = ::read(terminal, block, sizeof block)) > 0;) {
+      shown.append(block, static_cast<std::size_t>(count));
+    }
+    ::close(terminal);
+    ::waitpid(child, nullptr, 0);
+    return shown;
   }
 
  private:

@@ -47,8 +47,8 @@ TEST_F(FilesTest, UnusableInputAndUsage) {
        "orvane import services: FILE: the argument is empty (see orvane import services --help)\n"},
       {"diff f", "orvane diff: NEW is required (see orvane diff --help)\n"},
       {"diff --json f f", "orvane diff: --json requires --summary (see orvane diff --help)\n"},
-      {"lint f --jsn",
-       "orvane lint: The following argument was not expected: --jsn (see orvane lint --help)\n"},
+      {"lint f --wild",
+       "orvane lint: The following argument was not expected: --wild (see orvane lint --help)\n"},
       {"", "orvane: a subcommand is required (see orvane --help)\n"},
       {"import", "orvane import: a subcommand is required (see orvane import --help)\n"},
   };
@@ -62,12 +62,34 @@ TEST_F(FilesTest, UnusableInputAndUsage) {
 
 TEST_F(FilesTest, HelpAndVersion) {
   EXPECT_EQ(run("--version").out, "orvane 1.0.0\n");
-  for (const std::string command :
-       {"", "apps", "diff", "ports", "import", "import services", "lint"}) {
+  for (const std::string command : {"", "apps", "diff", "ports", "check", "used", "catalogue",
+                                    "tree", "tree pack", "import", "import services", "lint"}) {
     const Result result = run(command + " --help");
     EXPECT_EQ(result.status, 0) << command;
     EXPECT_NE(result.out.find("Example: orvane " + command), std::string::npos) << command;
-    EXPECT_LE(std::count(result.out.begin(), result.out.end(), '\n'), 24) << command;
+    EXPECT_LT(std::count(result.out.begin(), result.out.end(), '\n'), 24) << command;
+    std::istringstream lines(result.out);
+    for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << line;
+  }
+}
+
+TEST_F(FilesTest, SuggestsWhatWasMeant) {
+  const struct {
+    std::string arguments;
+    std::string nearest;
+  } cases[] = {
+      {"dif f g", "diff"},
+      {"cat f", "catalogue"},
+      {"lnit --json f", "lint"},
+      {"--verson", "--version"},
+      {"import servces", "services"},
+      {"apps f --jsn", "--json"},
+      {"apps f --colour=x", "--color"},
+      {"diff f g --summry --jsn", "--summary"},
+  };
+  for (const auto& test : cases) {
+    const std::string suggestion = "; did you mean " + test.nearest + "? (see ";
+    EXPECT_NE(run(test.arguments).err.find(suggestion), std::string::npos) << test.arguments;
   }
 }
 

@@ -1,0 +1,36 @@
+#include "cli/terminal.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string_view>
+
+namespace orvane::cli {
+namespace {
+
+std::string_view environment(const char* name) {
+  const char* const value = std::getenv(name);
+  return value == nullptr ? std::string_view() : value;
+}
+
+}  // namespace
+
+Screen screenFor(const std::string& color, const std::string& output) {
+  const bool isTerminal = output.empty() && ::isatty(STDOUT_FILENO) != 0;
+  Screen screen;
+  screen.colour =
+      color == "always" || (color == "auto" && isTerminal && environment("NO_COLOR").empty() &&
+                            environment("TERM") != "dumb");
+  winsize size{};
+  if (isTerminal && ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0) {
+    screen.width = size.ws_col;
+  }
+  return screen;
+}
+
+std::string paint(const std::string& text, const char* how, const Screen& screen) {
+  return screen.colour ? std::string("\033[").append(how).append("m") + text + "\033[0m" : text;
+}
+
+}  // namespace orvane::cli
