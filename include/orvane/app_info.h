@@ -63,6 +63,7 @@ class ORVANE_EXPORT OrvaneAppInfo {
   }
 
   /// @name Fields
+  /// Each pair gives and sets the field of its name.
   /// @{
   unsigned int getVersion() const { return version; }
   tagAppInfoPortType getPortType() const { return portType; }

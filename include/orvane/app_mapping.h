@@ -88,6 +88,8 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
 
   /// @name Looking up
   /// @{
+
+  /// By UPID.
   OrvaneApplication* find(unsigned int upid);
   const OrvaneApplication* find(unsigned int upid) const;
 

@@ -79,7 +79,8 @@ class ORVANE_EXPORT OrvaneApplication : public tagApplication {
   virtual ~OrvaneApplication();
 
   /// @name Fields
-  /// References and pointers point into the application and hold as long as it lives.
+  /// Each pair gives and sets the field of its name. References and pointers point into the
+  /// application and hold as long as it lives.
   /// @{
   unsigned int getUpid() const { return upid; }
   tagSelectorType getType() const { return type; }

@@ -14,6 +14,7 @@ class ORVANE_EXPORT IniKeyLess {
  public:
   using is_transparent = void;  ///< keys are looked up as views
 
+  /// Whether `a` comes before `b`.
   bool operator()(std::string_view a, std::string_view b) const;
 };
 
@@ -34,6 +35,7 @@ class ORVANE_EXPORT OrvaneIni {
   /// The sections of `text`, as setSection() reads them.
   explicit OrvaneIni(const char* text);
 
+  /// Copies every section.
   OrvaneIni(const OrvaneIni&) = default;
   OrvaneIni(OrvaneIni&&) noexcept = default;
   OrvaneIni& operator=(const OrvaneIni&) = default;

@@ -25,10 +25,12 @@ class ORVANE_EXPORT OrvaneSock : public tagSock {
   OrvaneSock& operator=(const OrvaneSock&) = default;
   virtual ~OrvaneSock();
 
+  /// By address, then by port.
   bool operator<(const OrvaneSock& other) const {
     return address != other.address ? address < other.address : port < other.port;
   }
 
+  /// Whether addresses and ports are equal.
   bool operator==(const OrvaneSock& other) const {
     return address == other.address && port == other.port;
   }

@@ -64,7 +64,8 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   OrvanePortMapping& operator=(const OrvanePortMapping& other);
 
   /// @name Fields
-  /// References point into the mapping and hold as long as it lives.
+  /// Each pair gives and sets the field of its name. References point into the mapping and hold as
+  /// long as it lives.
   /// @{
   std::set<unsigned short>& getPorts() { return ports; }
   const std::set<unsigned short>& getPorts() const { return ports; }

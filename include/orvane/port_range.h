@@ -27,12 +27,14 @@ class ORVANE_EXPORT OrvanePortRange {
   /// gives 0 to 0.
   explicit OrvanePortRange(const char* text);
 
+  /// Copies both bounds.
   OrvanePortRange(const OrvanePortRange&) = default;
   virtual ~OrvanePortRange() = default;
 
   /// Takes both bounds of `range`.
   OrvanePortRange& operator=(const OrvanePortRange& range);
 
+  /// The bounds, as they are stored: nothing orders or checks them.
   void setStart(unsigned int value) { start = value; }
   void setEnd(unsigned int value) { end = value; }
   unsigned int getStart() const { return start; }
@@ -86,6 +88,7 @@ class ORVANE_EXPORT OrvanePortRange {
   static bool isRange(const char* text);
 
  protected:
+  /// What the constructor from a text and assignment do.
   virtual void copy(const char* text);
   virtual void copy(const OrvanePortRange& range);
 
@@ -107,6 +110,7 @@ class ORVANE_EXPORT OrvanePort : public OrvanePortRange {
   /// Reads a NUL-terminated port text as described above; a null text gives the defaults.
   explicit OrvanePort(const char* text);
 
+  /// Copies the range and the port number.
   OrvanePort(const OrvanePort&) = default;
   ~OrvanePort() override = default;
 

@@ -22,6 +22,7 @@ class sorted_vector {
   static_assert(std::is_nothrow_move_constructible_v<T>);
 
  public:
+  /// The types of a standard container.
   using value_type = T;
   using size_type = std::size_t;
   using difference_type = std::ptrdiff_t;
@@ -30,6 +31,7 @@ class sorted_vector {
   using iterator = T*;
   using const_iterator = const T*;
 
+  /// Empty, without memory of its own.
   sorted_vector() = default;
 
   /// Inserts the values one by one.
@@ -44,6 +46,7 @@ class sorted_vector {
     last_ = std::uninitialized_copy(other.begin(), other.end(), first_);
   }
 
+  /// Takes the elements of `other`, which is left empty.
   sorted_vector(sorted_vector&& other) noexcept { swap(other); }
 
   ~sorted_vector() {
@@ -57,18 +60,21 @@ class sorted_vector {
     return *this;
   }
 
+  /// Replaces all elements by those of `other`, which is left empty.
   sorted_vector& operator=(sorted_vector&& other) noexcept {
     sorted_vector taken(std::move(other));
     swap(taken);
     return *this;
   }
 
+  /// Exchanges all elements; iterators stay with theirs.
   void swap(sorted_vector& other) noexcept {
     std::swap(first_, other.first_);
     std::swap(last_, other.last_);
     std::swap(limit_, other.limit_);
   }
 
+  /// The elements in ascending order.
   iterator begin() { return first_; }
   iterator end() { return last_; }
   const_iterator begin() const { return first_; }
@@ -76,6 +82,7 @@ class sorted_vector {
   const_iterator cbegin() const { return first_; }
   const_iterator cend() const { return last_; }
 
+  /// How many elements there are, and for how many there is room before memory is allocated.
   size_type size() const { return static_cast<size_type>(last_ - first_); }
   size_type capacity() const { return static_cast<size_type>(limit_ - first_); }
   bool empty() const { return first_ == last_; }
@@ -134,6 +141,7 @@ class sorted_vector {
     return position;
   }
 
+  /// Removes all elements; the room stays.
   void clear() {
     std::destroy(first_, last_);
     last_ = first_;

@@ -64,7 +64,8 @@ class ORVANE_EXPORT OrvaneUpidNode : public UPID_TREE_NODE_S {
   /// @}
 
   /// @name Fields
-  /// Pointers point into the node and hold as long as it lives.
+  /// Each pair gives and sets the field of its name. Pointers point into the node and hold as long
+  /// as it lives.
   /// @{
   unsigned int getUpid() const { return upid; }
   unsigned int getParentUpid() const { return parentUpid; }
