@@ -99,8 +99,9 @@ Command makeDiff(CLI::App& orvane) {
   addOutputOption(*parser, options->output);
   parser->footer(
       "Applications are matched by UPID, new ones by name; GroupID is no difference. "
-      "Change sections leave out what OLD holds with action 0, and what NEW alone holds with "
-      "another action than 1. Notes on standard error count what is left out.\n"
+      "Change sections leave out what OLD holds with action 0, and write what NEW holds with "
+      "another action than 1 only beside its old state. Notes on standard error count what is "
+      "left out.\n"
       "Exit status: 0 no difference, 1 any difference, 2 unusable.\n"
       "Example: orvane diff --assume-action 1 running.txt wanted.txt > change.txt");
   return {parser, [options] { return compareTexts(*options); }};

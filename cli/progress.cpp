@@ -52,7 +52,8 @@ void setTimer(int seconds) {
 void startProgress(const std::string& name) {
   if (::isatty(STDERR_FILENO) == 0) return;
   endProgress();
-  shownName = name;
+  constexpr std::size_t kRoom = 40;  // what a line shows without breaking
+  shownName = name.size() <= kRoom ? name : "the input";
   bytesRead = 0;
   struct sigaction action {};
   action.sa_handler = show;
