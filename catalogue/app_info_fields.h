@@ -78,22 +78,17 @@ inline void readPorts(std::string_view text, OrvaneAppInfo& entry) {
 // Sets the fields that a record, which holds every text, or a group, which may lack some, gives.
 template <typename Fields>
 void readFields(const Fields& fields, OrvaneAppInfo& entry) {
-  using Reader = void (*)(std::string_view, OrvaneAppInfo&);
-  static constexpr std::array<Reader, kAppInfoFields> kReaders = {
-      [](std::string_view text, OrvaneAppInfo& to) { to.setVersion(readNumber(text)); },
-      [](std::string_view text, OrvaneAppInfo& to) {
-        to.setPortType(static_cast<tagAppInfoPortType>(readSigned(text)));
-      },
-      [](std::string_view text, OrvaneAppInfo& to) { to.setUPID(readNumber(text)); },
-      readPorts,
-      [](std::string_view text, OrvaneAppInfo& to) { to.setReserved1(readNumber(text)); },
-      [](std::string_view text, OrvaneAppInfo& to) { to.setReserved2(readNumber(text)); },
-      [](std::string_view text, OrvaneAppInfo& to) { to.setReserved3(readNumber(text)); },
-      readFqn,
-  };
-  for (std::size_t field = 0; field < kAppInfoFields; ++field) {
-    if (fields.holds(field)) kReaders[field](fields[field], entry);
+  const auto number = [&](AppInfoField field) { return readNumber(fields[field]); };
+  if (fields.holds(kEntryVersion)) entry.setVersion(number(kEntryVersion));
+  if (fields.holds(kEntryPortType)) {
+    entry.setPortType(static_cast<tagAppInfoPortType>(readSigned(fields[kEntryPortType])));
   }
+  if (fields.holds(kEntryUpid)) entry.setUPID(number(kEntryUpid));
+  if (fields.holds(kEntryPortRange)) readPorts(fields[kEntryPortRange], entry);
+  if (fields.holds(kEntryReserved1)) entry.setReserved1(number(kEntryReserved1));
+  if (fields.holds(kEntryReserved2)) entry.setReserved2(number(kEntryReserved2));
+  if (fields.holds(kEntryReserved3)) entry.setReserved3(number(kEntryReserved3));
+  if (fields.holds(kEntryFqn)) readFqn(fields[kEntryFqn], entry);
 }
 
 // The item whose ports an application lends to its entry, or null: its only one, if that has no

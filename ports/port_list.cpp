@@ -36,16 +36,6 @@ Pen writeMerged(Pen pen, const std::set<unsigned short>& ports, Iterator range,
   return pen;
 }
 
-std::uint32_t readDigits(const char*& next, const char* end) {
-  std::uint32_t number = 0;
-  for (; next != end; ++next) {
-    const auto digit = static_cast<unsigned>(static_cast<unsigned char>(*next)) - '0';
-    if (digit > 9) break;
-    number = number * 10 + digit;
-  }
-  return number;
-}
-
 bool isPort(std::uint32_t number) { return number >= 1 && number <= kMaxPort; }
 
 // Adds an item to the ports and ranges of a list, unless it belongs before one of them or meets
@@ -88,25 +78,8 @@ std::string& sortedPortsText() {
 
 }  // namespace
 
-// Digits, and digits joined by "-", are read as they are passed; any other token is read by the
-// general rules.
-bool nextItem(std::string_view& rest, PortListItem& item) {
-  const char* next = rest.data();
-  const char* const end = next + rest.size();
-  const auto atEnd = [&] { return next == end || *next == ','; };
-  while (next != end && *next == ',') ++next;
-  const char* const token = next;
-  item.number = readDigits(next, end);
-  item.range = {1, item.number};
-  const bool isJoined = next != token && next != end && *next == '-';
-  if (isJoined) item.range = {2, item.number, readDigits(++next, end)};
-  if (!atEnd() || (isJoined && next[-1] == '-')) {
-    while (!atEnd()) ++next;
-    item.range = readRangeText({token, next});
-    item.number = readNumber({token, next});
-  }
-  rest = {next, end};
-  return next != token;
+PortListItem readAnyItem(std::string_view token) {
+  return {readRangeText(token), readNumber(token)};
 }
 
 void setPort(const PortListItem& item, OrvanePort& port) {

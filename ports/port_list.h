@@ -19,8 +19,38 @@ struct PortListItem {
   std::uint32_t number = 0;
 };
 
-// Advances `rest` past the next item; false when there is none left.
-bool nextItem(std::string_view& rest, PortListItem& item);
+// Reads an item by the general rules.
+PortListItem readAnyItem(std::string_view token);
+
+inline std::uint32_t readDigits(const char*& next, const char* end) {
+  std::uint32_t number = 0;
+  for (; next != end; ++next) {
+    const auto digit = static_cast<unsigned>(static_cast<unsigned char>(*next)) - '0';
+    if (digit > 9) break;
+    number = number * 10 + digit;
+  }
+  return number;
+}
+
+// Advances `rest` past the next item; false when there is none left. Digits, and digits joined by
+// "-", are read as they are passed; any other token is read by the general rules.
+inline bool nextItem(std::string_view& rest, PortListItem& item) {
+  const char* next = rest.data();
+  const char* const end = next + rest.size();
+  const auto atEnd = [&] { return next == end || *next == ','; };
+  while (next != end && *next == ',') ++next;
+  const char* const token = next;
+  item.number = readDigits(next, end);
+  item.range = {1, item.number};
+  const bool isJoined = next != token && next != end && *next == '-';
+  if (isJoined) item.range = {2, item.number, readDigits(++next, end)};
+  if (!atEnd() || (isJoined && next[-1] == '-')) {
+    while (!atEnd()) ++next;
+    item = readAnyItem({token, next});
+  }
+  rest = {next, end};
+  return next != token;
+}
 
 // Sets a port as its text does, given as a list item.
 void setPort(const PortListItem& item, OrvanePort& port);
