@@ -63,7 +63,7 @@ class ORVANE_EXPORT OrvaneAppInfo {
   }
 
   /// @name Fields
-  /// Each pair gives and sets the field of its name.
+  /// Give the field of their name.
   /// @{
   unsigned int getVersion() const { return version; }
   tagAppInfoPortType getPortType() const { return portType; }
@@ -72,6 +72,7 @@ class ORVANE_EXPORT OrvaneAppInfo {
   unsigned int getReserved2() const { return reserved2; }
   unsigned int getReserved3() const { return reserved3; }
 
+  /// Set the field of their name.
   void setVersion(unsigned int value) { version = value; }
   void setPortType(tagAppInfoPortType value) { portType = value; }
   void setUPID(unsigned int value) { upid = value; }

@@ -65,6 +65,7 @@ class ORVANE_EXPORT OrvaneAppInfoArray {
   const OrvaneAppInfo* begin() const { return entries.data(); }
   const OrvaneAppInfo* end() const { return entries.data() + entries.size(); }
 
+  /// How many entries there are.
   std::size_t size() const { return entries.size(); }
   /// @}
 

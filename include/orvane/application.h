@@ -38,12 +38,12 @@ using OrvaneItems = sorted_vector<OrvanePortMapping, true, std::less<OrvanePortM
 
 /// The plain record of an application.
 struct ORVANE_EXPORT tagApplication {
-  unsigned int upid = kOrvaneNoUpid;  ///< protocol identifier
-  OrvaneItems items;
-  tagSelectorType type = kOrvaneSelectorTypeDefault;
-  char name[32] = {};  ///< NUL-terminated, at most 31 characters
-  tagActionType action = kOrvaneActionNone;
-  tagApMCategory appCategory = kOrvaneCategory0;
+  unsigned int upid = kOrvaneNoUpid;                  ///< protocol identifier
+  OrvaneItems items;                                  ///< what it uses on which addresses
+  tagSelectorType type = kOrvaneSelectorTypeDefault;  ///< chosen by the caller
+  char name[32] = {};                                 ///< NUL-terminated, at most 31 characters
+  tagActionType action = kOrvaneActionNone;           ///< what a device is to do
+  tagApMCategory appCategory = kOrvaneCategory0;      ///< as the items' selector info says
 };
 
 /// A network application: a UPID, a selector type, a name, an action code, a category, and the
@@ -79,8 +79,8 @@ class ORVANE_EXPORT OrvaneApplication : public tagApplication {
   virtual ~OrvaneApplication();
 
   /// @name Fields
-  /// Each pair gives and sets the field of its name. References and pointers point into the
-  /// application and hold as long as it lives.
+  /// Give the field of their name. References and pointers point into the application and hold as
+  /// long as it lives.
   /// @{
   unsigned int getUpid() const { return upid; }
   tagSelectorType getType() const { return type; }
@@ -93,6 +93,7 @@ class ORVANE_EXPORT OrvaneApplication : public tagApplication {
   int getListIndex() const { return listIndex; }
   int getID() const { return id; }
 
+  /// Set the field of their name.
   void setUpid(unsigned int value) { upid = value; }
   void setType(tagSelectorType value) { type = value; }
   void setType(int) = delete;  // a plain 0 would be a null text

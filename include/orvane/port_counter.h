@@ -21,6 +21,8 @@ class ORVANE_EXPORT OrvaneSock : public tagSock {
  public:
   /// Address 0, port number 0, range 0 to 0.
   OrvaneSock() = default;
+
+  /// Copies address and port.
   OrvaneSock(const OrvaneSock&) = default;
   OrvaneSock& operator=(const OrvaneSock&) = default;
   virtual ~OrvaneSock();
@@ -53,6 +55,8 @@ class ORVANE_EXPORT OrvanePortCounter {
  public:
   /// Nothing in use.
   OrvanePortCounter() = default;
+
+  /// Copies everything in use.
   OrvanePortCounter(const OrvanePortCounter&) = default;
   OrvanePortCounter(OrvanePortCounter&&) noexcept = default;
   OrvanePortCounter& operator=(const OrvanePortCounter&) = default;

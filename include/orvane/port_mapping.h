@@ -34,9 +34,9 @@ struct ORVANE_EXPORT ADDRESS_S {
 struct ORVANE_EXPORT tagPortMapping {
   std::set<unsigned short> ports;    ///< single ports, ascending
   std::set<OrvanePortRange> ranges;  ///< ranges, ascending by end, no two with the same end
-  ADDRESS_S ip;
-  unsigned int uniqueBlockNumber = 0xFFFFFFFF;  ///< chosen by the caller
-  tagSelectorInfo selectorInfo = kOrvaneSelectorInfoNone;
+  ADDRESS_S ip;                      ///< where they are used
+  unsigned int uniqueBlockNumber = 0xFFFFFFFF;             ///< chosen by the caller
+  tagSelectorInfo selectorInfo = kOrvaneSelectorInfoNone;  ///< chosen by the caller
 };
 
 /// One item of an application: the single ports and ranges that it uses on one IPv4 address.
@@ -64,8 +64,7 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   OrvanePortMapping& operator=(const OrvanePortMapping& other);
 
   /// @name Fields
-  /// Each pair gives and sets the field of its name. References point into the mapping and hold as
-  /// long as it lives.
+  /// Give the field of their name. References point into the mapping and hold as long as it lives.
   /// @{
   std::set<unsigned short>& getPorts() { return ports; }
   const std::set<unsigned short>& getPorts() const { return ports; }
@@ -79,13 +78,17 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   int getListIndex() const { return listIndex; }
   int getID() const { return id; }
 
+  /// Copies the set as it is: nothing is merged or removed.
   void setPorts(const std::set<unsigned short>& set) { ports = set; }
-  /// No merging takes place.
   void setRanges(const std::set<OrvanePortRange>& set) { ranges = set; }
+
   /// Copies all six words.
   void setIp(const ADDRESS_S& address) { ip = address; }
+
   /// Sets word 0 only.
   void setIp(unsigned int address) { ip.address = address; }
+
+  /// Set the field of their name.
   void setUniqueBlockNumber(unsigned int number) { uniqueBlockNumber = number; }
   void setSelectorInfo(tagSelectorInfo info) { selectorInfo = info; }
   void setSelectorInfo(int) = delete;  // a plain 0 would be a null text
@@ -115,6 +118,7 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   /// ignored.
   void setIp(const char* text);
 
+  /// Set the field of their name to a number.
   void setUniqueBlockNumber(const char* text);
   void setSelectorInfo(const char* text);
 
@@ -182,6 +186,7 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   /// The first range, in order, that overlaps `range`; the end position when there is none.
   std::set<OrvanePortRange>::const_iterator findOverlapped(const OrvanePortRange& range) const;
 
+  /// Inserts the ports that are not there.
   void addPorts(const std::set<unsigned short>& set);
 
   /// Plain insertion: no merging, single ports stay, a range whose end is there is not inserted.
@@ -225,12 +230,14 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
 /// mappings can each be less than the other: one by its ports, the other by its ranges.
 class ORVANE_EXPORT OrvanePortMappingLess {
  public:
+  /// Whether that holds for `a` and `b`.
   bool operator()(const OrvanePortMapping& a, const OrvanePortMapping& b) const;
 };
 
 /// OrvanePortMapping::equal() as a function object.
 class ORVANE_EXPORT OrvanePortMappingEqual {
  public:
+  /// Whether that holds for `a` and `b`.
   bool operator()(const OrvanePortMapping& a, const OrvanePortMapping& b) const {
     return a.equal(b);
   }
@@ -239,18 +246,21 @@ class ORVANE_EXPORT OrvanePortMappingEqual {
 /// Ports, ascending.
 class ORVANE_EXPORT OrvanePortArrayLess {
  public:
+  /// Whether that holds for `a` and `b`.
   bool operator()(unsigned short a, unsigned short b) const { return a < b; }
 };
 
 /// Ranges by their ends.
 class ORVANE_EXPORT OrvaneRangeSetLess {
  public:
+  /// Whether that holds for `a` and `b`.
   bool operator()(const OrvanePortRange& a, const OrvanePortRange& b) const { return a < b; }
 };
 
 /// The ordering of sortPorts(): texts by their leading number, as signed 32-bit numbers.
 class ORVANE_EXPORT SortStringNumeric {
  public:
+  /// Whether that holds for `a` and `b`.
   bool operator()(const std::string& a, const std::string& b) const;
 };
 

@@ -159,6 +159,7 @@ class ORVANE_EXPORT OrvanePort : public OrvanePortRange {
 /// The test "these two ranges are disjoint".
 class ORVANE_EXPORT OrvanePortRangeNotOverlaped {
  public:
+  /// Whether that holds for `a` and `b`.
   bool operator()(const OrvanePortRange& a, const OrvanePortRange& b) const {
     return !a.overlap(b);
   }

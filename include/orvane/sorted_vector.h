@@ -85,6 +85,8 @@ class sorted_vector {
   /// How many elements there are, and for how many there is room before memory is allocated.
   size_type size() const { return static_cast<size_type>(last_ - first_); }
   size_type capacity() const { return static_cast<size_type>(limit_ - first_); }
+
+  /// Whether there are no elements.
   bool empty() const { return first_ == last_; }
 
   /// REQUIRES: index < size().

@@ -64,8 +64,7 @@ class ORVANE_EXPORT OrvaneUpidNode : public UPID_TREE_NODE_S {
   /// @}
 
   /// @name Fields
-  /// Each pair gives and sets the field of its name. Pointers point into the node and hold as long
-  /// as it lives.
+  /// Give the field of their name. Pointers point into the node and hold as long as it lives.
   /// @{
   unsigned int getUpid() const { return upid; }
   unsigned int getParentUpid() const { return parentUpid; }
@@ -77,6 +76,7 @@ class ORVANE_EXPORT OrvaneUpidNode : public UPID_TREE_NODE_S {
   unsigned int getFlags() const { return flags; }
   unsigned int getCurrentChildIdx() const { return currentChildIdx; }
 
+  /// Set the field of their name.
   void setUpid(unsigned int value) { upid = value; }
   void setParentUpid(unsigned int value) { parentUpid = value; }
   void setFirstChild(unsigned int value) { firstChild = value; }
