@@ -137,7 +137,7 @@ std::string nearestWord(const CLI::App& command, const std::string& word) {
   for (const std::string& candidate : known) {
     const bool isBegun = word.size() > 1 && word != "--" && candidate.starts_with(word);
     const std::size_t distance = isBegun ? 1 : distanceOf(word, candidate);
-    if (distance < least) {
+    if (candidate != word && distance < least) {
       least = distance;
       nearest = candidate;
     }

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "cli/text.h"
 #include "orvane/application.h"
 
 namespace orvane::cli {
@@ -14,7 +15,7 @@ using Json = nlohmann::ordered_json;
 
 // Names may hold any bytes; those that are no UTF-8 are replaced.
 inline std::string toText(const Json& json) {
-  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+  return escapeInJson(json.dump(2, ' ', false, Json::error_handler_t::replace)) + "\n";
 }
 
 // Null for a new application.

@@ -2,6 +2,7 @@
 // rest.
 
 #include <CLI/CLI.hpp>
+#include <clocale>
 #include <csignal>
 #include <exception>
 #include <functional>
@@ -299,10 +300,19 @@ const CLI::App& calledCommand(const CLI::App& parser) {
   throw Failure(escape(reason) + " (see " + calledName(parser) + " --help)");
 }
 
-// What was meant by the first word that resembles one which the called command knows.
+// What was meant by the first word that resembles one which the called command knows: one that is
+// left over, or one that was taken for an argument beside a subcommand.
 std::string suggestion(const CLI::App& parser) {
-  for (const std::string& word : parser.remaining(true)) {
-    const std::string nearest = nearestWord(calledCommand(parser), word.substr(0, word.find('=')));
+  const CLI::App& command = calledCommand(parser);
+  std::vector<std::string> words = parser.remaining(true);
+  if (!command.get_subcommands({}).empty()) {
+    for (const CLI::Option* const option : command.get_options()) {
+      if (!option->get_positional()) continue;
+      words.insert(words.end(), option->results().begin(), option->results().end());
+    }
+  }
+  for (const std::string& word : words) {
+    const std::string nearest = nearestWord(command, word.substr(0, word.find('=')));
     if (!nearest.empty()) return "; did you mean " + nearest + "?";
   }
   return {};
@@ -310,7 +320,10 @@ std::string suggestion(const CLI::App& parser) {
 
 // Help and version are successes; everything else that stops the parser is wrong usage.
 void finishParsing(const CLI::App& parser, const CLI::ParseError& stop) {
-  if (stop.get_exit_code() != 0) rejectUsage(parser, stop.what() + suggestion(parser));
+  const bool isUnknown = dynamic_cast<const CLI::ExtrasError*>(&stop) != nullptr;
+  if (stop.get_exit_code() != 0) {
+    rejectUsage(parser, stop.what() + (isUnknown ? suggestion(parser) : ""));
+  }
   std::ostringstream text;
   parser.exit(stop, text, text);
   writeOutput(text.str(), {}, {});
@@ -344,7 +357,8 @@ ExitStatus run(CLI::App& parser, int argc, char** argv) {
 }  // namespace orvane::cli
 
 int main(int argc, char** argv) {
-  std::signal(SIGPIPE, SIG_IGN);  // a reader that went away is reported, like a full disk
+  std::setlocale(LC_CTYPE, "C.UTF-8");  // names are UTF-8, wherever the command runs
+  std::signal(SIGPIPE, SIG_IGN);        // a reader that went away is reported, like a full disk
   CLI::App parser("Describe network applications by their ports and addresses, and compare them.",
                   "orvane");
   try {

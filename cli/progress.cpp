@@ -10,6 +10,8 @@
 #include <csignal>
 #include <string_view>
 
+#include "cli/terminal.h"
+
 namespace orvane::cli {
 namespace {
 
@@ -20,6 +22,7 @@ constexpr unsigned int kMebibyteShift = 20;
 std::string shownName;
 std::atomic<std::size_t> bytesRead = 0;
 std::atomic<bool> isShown = false;
+bool isRunning = false;
 
 void write(std::string_view text) {
   // A terminal that is gone misses nothing but this line.
@@ -50,11 +53,15 @@ void setTimer(int seconds) {
 }  // namespace
 
 void startProgress(const std::string& name) {
-  if (::isatty(STDERR_FILENO) == 0) return;
   endProgress();
-  constexpr std::size_t kRoom = 40;  // what a line shows without breaking
-  shownName = name.size() <= kRoom ? name : "the input";
+  const std::size_t rest = sizeof "Reading , 12345678 MiB so far";
+  shownName = takesLine(STDERR_FILENO, name.size() + rest) ? name : "input";
+  itimerval running{};
+  ::getitimer(ITIMER_REAL, &running);  // an alarm that someone else set stays
+  const bool isFree = running.it_value.tv_sec == 0 && running.it_value.tv_usec == 0;
+  if (!isFree || !takesLine(STDERR_FILENO, shownName.size() + rest)) return;
   bytesRead = 0;
+  isRunning = true;
   struct sigaction action {};
   action.sa_handler = show;
   action.sa_flags = SA_RESTART;
@@ -65,7 +72,10 @@ void startProgress(const std::string& name) {
 void addProgress(std::size_t bytes) { bytesRead += bytes; }
 
 void endProgress() {
+  if (!isRunning) return;
   setTimer(0);
+  std::signal(SIGALRM, SIG_DFL);
+  isRunning = false;
   if (isShown.exchange(false)) write(kEraseLine);
 }
 

@@ -1,5 +1,6 @@
 // A line on a terminal's standard error while something large is read and looked at: after one
-// second, renewed every second. Never when standard error is no terminal.
+// second, renewed every second. Never when standard error is no terminal, and not on one that is
+// "dumb" or too narrow.
 
 #ifndef ORVANE_CLI_PROGRESS_H_
 #define ORVANE_CLI_PROGRESS_H_

@@ -14,6 +14,12 @@ std::string_view environment(const char* name) {
   return value == nullptr ? std::string_view() : value;
 }
 
+// 0 when it is no terminal, or one that does not know its width.
+std::size_t columnsOf(int descriptor) {
+  winsize size{};
+  return ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
 }  // namespace
 
 Screen screenFor(const std::string& color, const std::string& output) {
@@ -22,11 +28,13 @@ Screen screenFor(const std::string& color, const std::string& output) {
   screen.colour =
       color == "always" || (color == "auto" && isTerminal && environment("NO_COLOR").empty() &&
                             environment("TERM") != "dumb");
-  winsize size{};
-  if (isTerminal && ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0) {
-    screen.width = size.ws_col;
-  }
+  const std::size_t width = isTerminal ? columnsOf(STDOUT_FILENO) : 0;
+  if (width != 0) screen.width = width;
   return screen;
+}
+
+bool takesLine(int descriptor, std::size_t width) {
+  return environment("TERM") != "dumb" && columnsOf(descriptor) >= width;
 }
 
 std::string paint(const std::string& text, const char* how, const Screen& screen) {

@@ -15,9 +15,12 @@ struct Screen {
 };
 
 // The screen for a result that goes to the file `output`, or to standard output when that is empty.
-// `color` is "always", "never" or "auto", which means on a terminal unless the environment variable
-// NO_COLOR says otherwise.
+// `color` is "always", "never" or "auto", which means on a terminal, unless the environment
+// variable NO_COLOR is set and not empty or TERM is "dumb".
 Screen screenFor(const std::string& color, const std::string& output);
+
+// Whether a terminal is open there that can show, and erase, a line of that width.
+bool takesLine(int descriptor, std::size_t width);
 
 inline constexpr const char* kBold = "1";
 inline constexpr const char* kRed = "31";

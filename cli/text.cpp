@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cwchar>
 #include <utility>
 
 namespace orvane::cli {
@@ -39,25 +40,40 @@ Character firstCharacter(std::string_view text) {
   return {};
 }
 
-// Controls, and what turns or breaks the line on a terminal.
+// Controls, and what turns or breaks the line on a terminal, or is not seen on it.
 bool isUnsafe(char32_t code) {
-  static constexpr std::array<std::pair<char32_t, char32_t>, 5> kUnsafe = {
-      {{0x0, 0x1F}, {0x7F, 0x9F}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}}};
+  static constexpr std::array<std::pair<char32_t, char32_t>, 7> kUnsafe = {{{0x0, 0x1F},
+                                                                            {0x7F, 0x9F},
+                                                                            {0x61C, 0x61C},
+                                                                            {0x200B, 0x200F},
+                                                                            {0x2028, 0x202E},
+                                                                            {0x2060, 0x206F},
+                                                                            {0xFEFF, 0xFEFF}}};
   return std::ranges::any_of(
       kUnsafe, [=](auto range) { return range.first <= code && code <= range.second; });
 }
 
+// The columns that an escaped text takes, by the locale that main() sets.
 std::size_t width(std::string_view escaped) {
-  return escaped.size() - static_cast<std::size_t>(std::ranges::count_if(escaped, isContinuation));
+  std::size_t columns = 0;
+  while (!escaped.empty()) {
+    const Character character = firstCharacter(escaped);
+    const int wide = ::wcwidth(static_cast<wchar_t>(character.code));
+    columns += wide < 0 ? 1 : static_cast<std::size_t>(wide);
+    escaped.remove_prefix(character.length);
+  }
+  return columns;
 }
 
-// The list in lines that begin at `column` and end with a comma at most at `end`. A terminal with
-// hardly any room beside the other columns breaks the line better itself.
+// The list in lines that begin at `column` and, where an element is not wider by itself, end at
+// most at `end`. A terminal with hardly any room beside the other columns breaks the line better
+// itself.
 std::string wrapList(std::string_view list, std::size_t column, std::size_t end) {
   constexpr std::size_t kLeastRoom = 12;
   std::string lines;
   while (end >= column + kLeastRoom && list.size() > end - column) {
-    const std::size_t comma = list.rfind(',', end - column - 1);
+    std::size_t comma = list.rfind(',', end - column - 1);
+    if (comma == std::string_view::npos) comma = list.find(',');
     if (comma == std::string_view::npos) break;
     lines.append(list.substr(0, comma + 1)).append(1, '\n').append(column, ' ');
     list.remove_prefix(comma + 1);
@@ -84,6 +100,24 @@ std::string escape(std::string_view text) {
         escaped.append("\\x").append(1, kHexDigits[byte >> 4U]).append(1, kHexDigits[byte & 0xFU]);
       }
     }
+  }
+  return escaped;
+}
+
+std::string escapeInJson(std::string_view json) {
+  static constexpr std::string_view kHexDigits = "0123456789abcdef";
+  std::string escaped;
+  while (!json.empty()) {
+    const Character character = firstCharacter(json);
+    if (json.front() == '\n' || !isUnsafe(character.code)) {
+      escaped += json.substr(0, character.length);
+    } else {
+      escaped += "\\u";
+      for (const unsigned int shift : {12U, 8U, 4U, 0U}) {
+        escaped += kHexDigits[character.code >> shift & 0xFU];
+      }
+    }
+    json.remove_prefix(character.length);
   }
   return escaped;
 }

@@ -21,6 +21,9 @@ namespace orvane::cli {
 // that are no UTF-8, and the backslash itself are escaped.
 std::string escape(std::string_view text);
 
+// The same for JSON, in its own way of escaping; only its line feeds stay.
+std::string escapeInJson(std::string_view json);
+
 // The escaped text in single quotes.
 std::string quote(std::string_view text);
 

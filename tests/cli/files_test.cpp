@@ -86,6 +86,7 @@ TEST_F(FilesTest, SuggestsWhatWasMeant) {
       {"apps f --jsn", "--json"},
       {"apps f --colour=x", "--color"},
       {"diff f g --summry --jsn", "--summary"},
+      {"tree pakc f --output o", "pack"},
   };
   for (const auto& test : cases) {
     const std::string suggestion = "; did you mean " + test.nearest + "? (see ";

@@ -7,6 +7,8 @@ namespace {
 class TerminalTest : public CommandTest {
  protected:
   TerminalTest() {
+    ::unsetenv("NO_COLOR");
+    ::setenv("TERM", "xterm", 1);
     write("f", group("UPID=7/ApplName=Web/PortRange=80,443,8000-8099/IPv4=1.2.3.4"));
   }
 
@@ -23,6 +25,7 @@ TEST_F(TerminalTest, WrapsListsToTheWidth) {
       {62, "1.2.3.4:80,443,8000-8099\n"},
       {59, "1.2.3.4:80,443,\n" + indent + "8000-8099\n"},
       {50, "1.2.3.4:80,\n" + indent + "443,8000-8099\n"},
+      {48, "1.2.3.4:80,\n" + indent + "443,\n" + indent + "8000-8099\n"},
       {40, "1.2.3.4:80,443,8000-8099\n"},  // hardly any room
       {0, "1.2.3.4:80,443,8000-8099\n"},   // a terminal that does not know its width
   };
@@ -48,6 +51,13 @@ TEST_F(TerminalTest, ColoursWhereTheyAreSeen) {
   EXPECT_NE(runOnTerminal("diff --summary f g").find("\033[31mremoved 7 'Web'\033[0m\n"),
             std::string::npos);
   EXPECT_EQ(run("apps --json --color always f").out.find('\033'), std::string::npos);
+}
+
+TEST_F(TerminalTest, IsNotSteeredByNames) {
+  write("g", group("UPID=1/ApplName=\xC2\x9B\x7F\xE2\x80\x8F\xD8\x9C"));
+  EXPECT_NE(run("apps --json g").out.find(R"("name": "\u009b\u007f\u200f\u061c")"),
+            std::string::npos);
+  EXPECT_NE(run("apps g").out.find(R"(  \xc2\x9b\x7f\xe2\x80\x8f\xd8\x9c  )"), std::string::npos);
 }
 
 TEST_F(TerminalTest, TellsHowFarReadingIs) {
