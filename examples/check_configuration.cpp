@@ -25,9 +25,11 @@ int main(int argc, char** argv) {
   int status = 0;
   for (const OrvaneApplication& application : configuration) {
     for (const OrvanePortMapping& item : application.getItems()) {
+      // An item without address is on every address.
+      const bool isOnHost = item.getIpAddress() == 0 || item == host;
       const bool collides = used.checkPorts(item.getPorts()) != 0 ||
                             used.checkRanges(item.getRanges()) ||
-                            usedByHost.checkSocket(item.getIpAddress(), item, false);
+                            (isOnHost && usedByHost.checkSocket(host.getIpAddress(), item, false));
       if (!collides) continue;
       std::cout << application.getName() << " collides: " << item.getMappingAsString() << "\n";
       status = 1;
