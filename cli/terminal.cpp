@@ -14,6 +14,8 @@ std::string_view environment(const char* name) {
   return value == nullptr ? std::string_view() : value;
 }
 
+bool takesEscapes() { return environment("TERM") != "dumb"; }
+
 // 0 when it is no terminal, or one that does not know its width.
 std::size_t columnsOf(int descriptor) {
   winsize size{};
@@ -25,16 +27,15 @@ std::size_t columnsOf(int descriptor) {
 Screen screenFor(const std::string& color, const std::string& output) {
   const bool isTerminal = output.empty() && ::isatty(STDOUT_FILENO) != 0;
   Screen screen;
-  screen.colour =
-      color == "always" || (color == "auto" && isTerminal && environment("NO_COLOR").empty() &&
-                            environment("TERM") != "dumb");
+  screen.colour = color == "always" || (color == "auto" && isTerminal &&
+                                        environment("NO_COLOR").empty() && takesEscapes());
   const std::size_t width = isTerminal ? columnsOf(STDOUT_FILENO) : 0;
   if (width != 0) screen.width = width;
   return screen;
 }
 
 bool takesLine(int descriptor, std::size_t width) {
-  return environment("TERM") != "dumb" && columnsOf(descriptor) >= width;
+  return takesEscapes() && columnsOf(descriptor) >= width;
 }
 
 std::string paint(const std::string& text, const char* how, const Screen& screen) {

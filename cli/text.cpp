@@ -84,7 +84,6 @@ std::string wrapList(std::string_view list, std::size_t column, std::size_t end)
 }  // namespace
 
 std::string escape(std::string_view text) {
-  static constexpr std::string_view kHexDigits = "0123456789abcdef";
   std::string escaped;
   while (!text.empty()) {
     const Character character = firstCharacter(text);
@@ -105,7 +104,6 @@ std::string escape(std::string_view text) {
 }
 
 std::string escapeInJson(std::string_view json) {
-  static constexpr std::string_view kHexDigits = "0123456789abcdef";
   std::string escaped;
   while (!json.empty()) {
     const Character character = firstCharacter(json);

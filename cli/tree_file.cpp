@@ -8,6 +8,7 @@
 #include "cli/failure.h"
 #include "cli/input.h"
 #include "cli/output.h"
+#include "cli/text.h"
 
 namespace orvane::cli {
 namespace {
@@ -31,8 +32,6 @@ void appendWord(std::string& bytes, unsigned int word) {
   throw Failure(input.name + ": " + reason + " (the file has " + std::to_string(input.text.size()) +
                 " bytes)");
 }
-
-constexpr std::string_view kHexDigits = "0123456789abcdef";
 
 }  // namespace
 

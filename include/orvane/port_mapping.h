@@ -230,7 +230,7 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
 /// mappings can each be less than the other: one by its ports, the other by its ranges.
 class ORVANE_EXPORT OrvanePortMappingLess {
  public:
-  /// Whether that holds for `a` and `b`.
+  /// Whether `a` comes before `b`.
   bool operator()(const OrvanePortMapping& a, const OrvanePortMapping& b) const;
 };
 
@@ -246,21 +246,21 @@ class ORVANE_EXPORT OrvanePortMappingEqual {
 /// Ports, ascending.
 class ORVANE_EXPORT OrvanePortArrayLess {
  public:
-  /// Whether that holds for `a` and `b`.
+  /// Whether `a` comes before `b`.
   bool operator()(unsigned short a, unsigned short b) const { return a < b; }
 };
 
 /// Ranges by their ends.
 class ORVANE_EXPORT OrvaneRangeSetLess {
  public:
-  /// Whether that holds for `a` and `b`.
+  /// Whether `a` comes before `b`.
   bool operator()(const OrvanePortRange& a, const OrvanePortRange& b) const { return a < b; }
 };
 
 /// The ordering of sortPorts(): texts by their leading number, as signed 32-bit numbers.
 class ORVANE_EXPORT SortStringNumeric {
  public:
-  /// Whether that holds for `a` and `b`.
+  /// Whether `a` comes before `b`.
   bool operator()(const std::string& a, const std::string& b) const;
 };
 
