@@ -22,16 +22,6 @@ struct PortListItem {
 // Reads an item by the general rules.
 PortListItem readAnyItem(std::string_view token);
 
-inline std::uint32_t readDigits(const char*& next, const char* end) {
-  std::uint32_t number = 0;
-  for (; next != end; ++next) {
-    const auto digit = static_cast<unsigned>(static_cast<unsigned char>(*next)) - '0';
-    if (digit > 9) break;
-    number = number * 10 + digit;
-  }
-  return number;
-}
-
 // Advances `rest` past the next item; false when there is none left. Digits, and digits joined by
 // "-", are read as they are passed; any other token is read by the general rules.
 inline bool nextItem(std::string_view& rest, PortListItem& item) {

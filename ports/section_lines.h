@@ -9,6 +9,8 @@
 #include <cstring>
 #include <string_view>
 
+#include "ports/text.h"
+
 namespace orvane {
 
 enum class SectionLine { kPair, kTerminator, kEnd };
@@ -30,8 +32,7 @@ class SectionLines {
     if (static_cast<std::size_t>(end - line) <= key.size() || line[key.size()] != '=') return false;
     if (std::memcmp(line, key.data(), key.size()) != 0) return false;
     const char* const value = line + key.size() + 1;
-    const void* const newline = std::memchr(value, '\n', static_cast<std::size_t>(end - value));
-    const char* const lineEnd = newline != nullptr ? static_cast<const char*>(newline) : end;
+    const char* const lineEnd = orvane::lineEnd(value, end);
     key_ = key;
     value_ = std::string_view(value, lineEnd);
     rest_ = std::string_view(lineEnd, end);

@@ -7,18 +7,13 @@ bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 }  // namespace
 
-std::uint32_t readNumber(std::string_view text) {
+std::uint32_t readSignedNumber(std::string_view text) {
   const char* next = text.data();
   const char* const end = next + text.size();
   while (next != end && isSpace(*next)) ++next;
   const bool negative = next != end && *next == '-';
   if (next != end && (*next == '-' || *next == '+')) ++next;
-  std::uint32_t number = 0;
-  for (; next != end; ++next) {
-    const auto digit = static_cast<unsigned>(static_cast<unsigned char>(*next)) - '0';
-    if (digit > 9) break;
-    number = number * 10 + digit;
-  }
+  const std::uint32_t number = readDigits(next, end);
   return negative ? 0U - number : number;
 }
 

@@ -4,6 +4,7 @@
 #define ORVANE_PORTS_TEXT_H_
 
 #include <array>
+#include <bit>
 #include <charconv>
 #include <concepts>
 #include <cstdint>
@@ -22,6 +23,34 @@ inline void prefetch(std::string_view text) {
   constexpr std::size_t kCacheLine = 64;
   __builtin_prefetch(text.data());
   if (text.size() > kCacheLine) __builtin_prefetch(text.data() + kCacheLine);
+}
+
+// Eight bytes as one number, the first one lowest, whatever the machine's order.
+inline std::uint64_t eightBytes(const char* bytes) {
+  std::uint64_t number = 0;
+  for (unsigned int i = 0; i < sizeof number; ++i) {
+    number |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << 8U * i;
+  }
+  return number;
+}
+
+// The high bit of each byte, and those bits of which the lowest marks the first zero byte of eight.
+inline constexpr std::uint64_t kHighBits = 0x8080808080808080;
+inline constexpr std::uint64_t kLowBits = kHighBits >> 7U;
+
+constexpr std::uint64_t zeroBytes(std::uint64_t bytes) {
+  return (bytes - kLowBits) & ~bytes & kHighBits;
+}
+
+// The end of the line that begins at `line`; most are short.
+inline const char* lineEnd(const char* line, const char* end) {
+  const std::ptrdiff_t left = end - line;
+  if (left >= 8) {
+    const std::uint64_t newlines = zeroBytes(eightBytes(line) ^ kLowBits * '\n');
+    if (newlines != 0) return line + std::countr_zero(newlines) / 8;
+  }
+  const void* const newline = std::memchr(line, '\n', static_cast<std::size_t>(left));
+  return newline != nullptr ? static_cast<const char*>(newline) : end;
 }
 
 // A caller's text as a view, made once, at the door; a null text becomes the empty view.
@@ -75,9 +104,27 @@ inline bool nextToken(std::string_view& rest, char delimiter, std::string_view& 
   return !token.empty();
 }
 
+// Advances `next` past digits; their number modulo 2^32.
+inline std::uint32_t readDigits(const char*& next, const char* end) {
+  std::uint32_t number = 0;
+  for (; next != end; ++next) {
+    const auto digit = static_cast<unsigned>(static_cast<unsigned char>(*next)) - '0';
+    if (digit > 9) break;
+    number = number * 10 + digit;
+  }
+  return number;
+}
+
+// Reads a number that does not begin with a digit.
+std::uint32_t readSignedNumber(std::string_view text);
+
 // The one number reader: leading white space, an optional sign, digits modulo 2^32 up to the first
 // other character. No digits give 0.
-std::uint32_t readNumber(std::string_view text);
+inline std::uint32_t readNumber(std::string_view text) {
+  const char* next = text.data();
+  const std::uint32_t number = readDigits(next, next + text.size());
+  return next != text.data() ? number : readSignedNumber(text);
+}
 
 // The same, for fields that are signed.
 inline std::int32_t readSigned(std::string_view text) {
@@ -169,7 +216,7 @@ class Pen {
 // Writes a text into a string, which holds it once the builder is finished.
 class TextBuilder {
  public:
-  explicit TextBuilder(std::string& text) : text_(text) { text_.clear(); }
+  explicit TextBuilder(std::string& text) : text_(text) {}
   TextBuilder(const TextBuilder&) = delete;
   TextBuilder& operator=(const TextBuilder&) = delete;
 

@@ -42,7 +42,7 @@ class ORVANE_EXPORT OrvaneAppInfo {
   static char* appinfo_key_names[8];
 
   /// Version 0, port type 1, UPID 0, no ports, reserved numbers 0, an empty name.
-  OrvaneAppInfo() = default;
+  OrvaneAppInfo();
 
   /// Copies every field.
   OrvaneAppInfo(const OrvaneAppInfo&) = default;
@@ -155,5 +155,7 @@ class ORVANE_EXPORT OrvaneAppInfo {
   unsigned int reserved3 = 0;
   char fqn[128] = {};
 };
+
+inline OrvaneAppInfo::OrvaneAppInfo() = default;
 
 #endif  // ORVANE_APP_INFO_H_
