@@ -38,23 +38,53 @@ Pen writeMerged(Pen pen, const std::set<unsigned short>& ports, Iterator range,
 
 bool isPort(std::uint32_t number) { return number >= 1 && number <= kMaxPort; }
 
-// Adds an item to the ports and ranges of a list, unless it belongs before one of them or meets
-// one. Most lists are in order, and need nothing else.
-bool appendInOrder(const PortListItem& item, tagPortMapping& mapping) {
-  auto& ports = mapping.ports;
-  auto& ranges = mapping.ranges;
-  const std::uint32_t lastPort = ports.empty() ? 0 : *ports.rbegin();
-  if (item.range.isRange()) {
-    const auto [start, end] = item.range.bounds();
-    if (start <= lastPort || start > end) return false;
-    if (!ranges.empty() && start <= ranges.rbegin()->getEnd()) return false;
-    ranges.emplace_hint(ranges.end(), start, end);
-  } else if (isPort(item.number)) {
-    if (item.number <= lastPort) return false;
-    ports.insert(ports.end(), static_cast<unsigned short>(item.number));
+// The sets of a mapping while a list is read into them.
+class PortListSets {
+ public:
+  explicit PortListSets(tagPortMapping& mapping) : ports_(mapping.ports), ranges_(mapping.ranges) {
+    ports_.clear();
+    ranges_.clear();
   }
-  return true;
-}
+
+  // Adds an item, unless it belongs before one of them or meets one. Most lists are in order, and
+  // need nothing else.
+  bool append(const PortListItem& item) {
+    if (item.range.isRange()) {
+      const auto [start, end] = item.range.bounds();
+      if (start <= lastPort_ || start <= lastEnd_ || start > end) return false;
+      ranges_.emplace_hint(ranges_.end(), start, end);
+      lastEnd_ = end;
+    } else if (isPort(item.number)) {
+      if (item.number <= lastPort_) return false;
+      ports_.insert(ports_.end(), static_cast<unsigned short>(item.number));
+      lastPort_ = item.number;
+    }
+    return true;
+  }
+
+  // Adds any item. False when they are so many that flat arrays are quicker.
+  bool insert(const PortListItem& item) {
+    constexpr std::size_t kFew = 16;
+    if (ports_.size() + ranges_.size() > kFew) return false;
+    if (item.range.isRange()) {
+      const auto [start, end] = item.range.bounds();
+      Bounds covered{};
+      addRange(ranges_, {start, end}, covered);
+      erasePorts(ports_, covered);
+    } else if (isPort(item.number)) {
+      ports_.insert(static_cast<unsigned short>(item.number));
+    }
+    lastPort_ = ports_.empty() ? 0 : *ports_.rbegin();
+    lastEnd_ = ranges_.empty() ? 0 : ranges_.rbegin()->getEnd();
+    return true;
+  }
+
+ private:
+  std::set<unsigned short>& ports_;
+  std::set<OrvanePortRange>& ranges_;
+  std::uint32_t lastPort_ = 0;  // 0: none
+  std::uint32_t lastEnd_ = 0;
+};
 
 void fill(tagPortMapping& mapping, const PortListContent& content) {
   mapping.ports.clear();
@@ -105,15 +135,14 @@ void PortListContent::read(std::string_view text) {
 }
 
 void readPortList(std::string_view text, tagPortMapping& mapping) {
-  mapping.ports.clear();
-  mapping.ranges.clear();
+  PortListSets sets(mapping);
   PortListItem item;
   while (nextItem(text, item)) {
-    if (appendInOrder(item, mapping)) continue;
+    if (sets.append(item) || sets.insert(item)) continue;
     PortListContent content;
     for (const std::uint16_t port : mapping.ports) content.ports.add(port);
     for (const auto& range : mapping.ranges) {
-      content.ranges.add({range.getStart(), range.getEnd()});
+      content.ranges.append({range.getStart(), range.getEnd()});
     }
     content.add(item);
     content.read(text);

@@ -74,7 +74,7 @@ RangeList::RangeList() {
 Bounds RangeList::add(Bounds range) {
   const Block& last = blocks_.back();
   if (last.empty() || (last.back().end < range.start && range.start <= range.end)) {
-    insert({blocks_.size() - 1, last.size()}, range);  // in ascending order nothing overlaps
+    append(range);  // in ascending order nothing overlaps
     return range;
   }
   const Place found = findOverlap(range);

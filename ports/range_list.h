@@ -44,6 +44,9 @@ class RangeList {
   // Adds one range as addRange() does for a set; returns the range whose ports are swallowed.
   Bounds add(Bounds range);
 
+  // Puts a range that ends after all others at the end, as it is.
+  void append(Bounds range) { insert({blocks_.size() - 1, blocks_.back().size()}, range); }
+
   // Calls take(start, end) for each range, in order.
   template <typename Take>
   void forEach(Take take) const {
