@@ -60,6 +60,14 @@ inline UPID_TREE_NODE_S readNode(const char* bytes) {
   return record;
 }
 
+// Gives a node every field of a record but the reserved word, and the validity from the flags.
+inline void copyRecord(const UPID_TREE_NODE_S& record, OrvaneUpidNode& node) {
+  const unsigned int own = node.reserved;
+  static_cast<UPID_TREE_NODE_S&>(node) = record;
+  node.reserved = own;
+  node.valid = node.getValid();
+}
+
 inline void writeNode(const UPID_TREE_NODE_S& node, char* bytes) {
   std::memcpy(bytes, static_cast<const void*>(&node), kNodeSize);
   std::memset(bytes + offsetof(UPID_TREE_NODE_S, reserved), 0, sizeof node.reserved);

@@ -4,17 +4,21 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "ports/text.h"
 #include "upid/node_buffer.h"
 
 namespace {
 
-// Eight bytes as one number, the first one lowest, whatever the machine's order.
-std::uint64_t eightBytes(const char* bytes) {
-  std::uint64_t number = 0;
-  for (unsigned int i = 0; i < sizeof number; ++i) {
-    number |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << 8U * i;
+// A byte of 0x80 or above spoils a name; what follows the first NUL is not part of it.
+bool isName(const char* name) {
+  for (std::size_t i = 0; i < sizeof UPID_TREE_NODE_S::name; i += sizeof(std::uint64_t)) {
+    const std::uint64_t bytes = orvane::eightBytes(name + i);
+    const std::uint64_t nuls = orvane::zeroBytes(bytes);
+    const std::uint64_t beforeNul = nuls == 0 ? ~std::uint64_t{0} : (nuls & -nuls) - 1;
+    if ((bytes & orvane::kHighBits & beforeNul) != 0) return false;
+    if (nuls != 0) return true;
   }
-  return number;
+  return true;
 }
 
 }  // namespace
@@ -39,9 +43,8 @@ bool OrvaneUpidArray::setBufferChecked(std::span<const char> buffer) {
     old.swap(*this);
   }
   for (; !buffer.empty(); buffer = buffer.subspan(orvane::kNodeSize)) {
-    if (!checkName(buffer.data() + offsetof(UPID_TREE_NODE_S, name))) continue;
-    const UPID_TREE_NODE_S record = orvane::readNode(buffer.data());
-    emplace_back(&record);
+    if (!isName(buffer.data() + offsetof(UPID_TREE_NODE_S, name))) continue;
+    orvane::copyRecord(orvane::readNode(buffer.data()), emplace_back());
   }
   return true;
 }
@@ -60,17 +63,4 @@ int OrvaneUpidArray::getBufferLength() const {
   return static_cast<int>(size() * orvane::kNodeSize);
 }
 
-// A byte of 0x80 or above spoils a name; what follows the first NUL is not part of it.
-bool OrvaneUpidArray::checkName(const char* name) {
-  if (name == nullptr) return false;
-  constexpr std::uint64_t kHighBits = 0x8080808080808080;
-  constexpr std::uint64_t kLowBits = kHighBits >> 7U;
-  for (std::size_t i = 0; i < sizeof UPID_TREE_NODE_S::name; i += sizeof(std::uint64_t)) {
-    const std::uint64_t bytes = eightBytes(name + i);
-    const std::uint64_t nuls = (bytes - kLowBits) & ~bytes & kHighBits;  // the lowest bit is right
-    const std::uint64_t beforeNul = nuls == 0 ? ~std::uint64_t{0} : (nuls & -nuls) - 1;
-    if ((bytes & kHighBits & beforeNul) != 0) return false;
-    if (nuls != 0) return true;
-  }
-  return true;
-}
+bool OrvaneUpidArray::checkName(const char* name) { return name != nullptr && isName(name); }

@@ -16,17 +16,12 @@ OrvaneUpidNode& OrvaneUpidNode::operator=(const OrvaneUpidNode& other) {
 }
 
 void OrvaneUpidNode::copy(const UPID_TREE_NODE_S* record) {
-  if (record == nullptr || record == this) return;
-  const unsigned int own = reserved;
-  UPID_TREE_NODE_S::operator=(*record);
-  reserved = own;
-  valid = getValid();
+  if (record != nullptr && record != this) orvane::copyRecord(*record, *this);
 }
 
 bool OrvaneUpidNode::copyChecked(std::span<const char> buffer) {
   if (buffer.size() < orvane::kNodeSize) return false;
-  const UPID_TREE_NODE_S record = orvane::readNode(buffer.data());
-  copy(&record);
+  orvane::copyRecord(orvane::readNode(buffer.data()), *this);
   return true;
 }
 

@@ -7,6 +7,7 @@
 #include <numeric>
 #include <vector>
 
+#include "ports/text.h"
 #include "upid/node_buffer.h"
 
 namespace {
@@ -58,8 +59,13 @@ void forEachSorted(std::span<const char> records, Take take) {
     keys[i] = std::uint64_t{upidAt(records.data() + i * orvane::kNodeSize)} << 32 | i;
   }
   sortByUpperHalf(keys);
-  for (const std::uint64_t key : keys) {
-    take(records.data() + static_cast<std::uint32_t>(key) * orvane::kNodeSize);
+  const auto recordOf = [&](std::uint64_t key) {
+    return records.data() + static_cast<std::uint32_t>(key) * orvane::kNodeSize;
+  };
+  constexpr std::size_t kAhead = 4;
+  for (std::size_t i = 0; i < keys.size(); ++i) {
+    if (i + kAhead < keys.size()) orvane::prefetch({recordOf(keys[i + kAhead]), orvane::kNodeSize});
+    take(recordOf(keys[i]));
   }
 }
 

@@ -31,7 +31,7 @@ static_assert(sizeof(UPID_TREE_NODE_S) == 72);
 class ORVANE_EXPORT OrvaneUpidNode : public UPID_TREE_NODE_S {
  public:
   /// A cleared node: every word 0, the name 32 NULs.
-  OrvaneUpidNode() = default;
+  OrvaneUpidNode();
 
   /// Reads the record at the start of `buffer`; a null one gives a cleared node. The length is not
   /// consulted. REQUIRES: `buffer` holds 72 bytes.
@@ -108,5 +108,7 @@ class ORVANE_EXPORT OrvaneUpidNode : public UPID_TREE_NODE_S {
   /// The argument of the last setValid(), until a copy sets it to bit 0 of the flags again.
   int valid = 0;
 };
+
+inline OrvaneUpidNode::OrvaneUpidNode() = default;
 
 #endif  // ORVANE_UPID_NODE_H_
