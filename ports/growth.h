@@ -24,7 +24,7 @@ class TextGrowth {
     const auto more = static_cast<std::size_t>(made / read * static_cast<double>(left) * 1.02);
     // What is known of the text bounds what is wasted when it goes on otherwise.
     const std::size_t least = 16 + elements.size() / 8;
-    elements.reserve(elements.size() + std::clamp(more, least, 16 + 3 * elements.size()));
+    elements.reserve(elements.size() + std::clamp(more, least, 16 + 15 * elements.size()));
   }
 
  private:
