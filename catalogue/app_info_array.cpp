@@ -15,11 +15,13 @@ namespace {
 void sift(std::span<const OrvaneAppInfo> entries, const std::vector<unsigned int>& upids,
           bool known, std::vector<unsigned int>& result) {
   const auto found = orvane::firstByUpid<OrvaneAppInfo>(upids, entries);
-  std::vector<unsigned int> taken;  // `result` may be the list of UPIDs itself
-  taken.reserve(upids.size());
+  std::vector<unsigned int> taken(upids.size());  // `result` may be the list of UPIDs itself
+  std::size_t count = 0;
   for (std::size_t i = 0; i < upids.size(); ++i) {
-    if ((found[i] != nullptr) == known) taken.push_back(upids[i]);
+    taken[count] = upids[i];
+    if ((found[i] != nullptr) == known) ++count;
   }
+  taken.resize(count);
   result.swap(taken);
 }
 
