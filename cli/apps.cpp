@@ -4,6 +4,7 @@
 #include "cli/output.h"
 #include "cli/section_file.h"
 #include "cli/subcommands.h"
+#include "cli/table.h"
 #include "cli/terminal.h"
 #include "cli/text.h"
 

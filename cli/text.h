@@ -1,18 +1,16 @@
-// Texts for people: escaped names, aligned tables, plain decimals.
+// Texts for people: escaped names, their width, plain decimals.
 
 #ifndef ORVANE_CLI_TEXT_H_
 #define ORVANE_CLI_TEXT_H_
 
 #include <charconv>
 #include <concepts>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
-#include <utility>
-#include <vector>
 
-#include "cli/terminal.h"
 #include "orvane/application.h"
 
 namespace orvane::cli {
@@ -29,24 +27,13 @@ std::string escapeInJson(std::string_view json);
 // The escaped text in single quotes.
 std::string quote(std::string_view text);
 
+// The columns that an escaped text takes, by the locale that main() sets.
+std::size_t width(std::string_view escaped);
+
 // The UPID, or "new" for an application that has none.
 inline std::string upidText(const OrvaneApplication& application) {
   return application.getUpid() == kOrvaneNoUpid ? "new" : std::to_string(application.getUpid());
 }
-
-// An aligned table with one line per row, the first in bold face. Its last column holds lists; one
-// that is too wide for the screen goes on in further lines after a comma.
-class Table {
- public:
-  using Row = std::vector<std::string>;
-
-  void add(Row row) { rows_.push_back(std::move(row)); }
-
-  std::string text(const Screen& screen) const;
-
- private:
-  std::vector<Row> rows_;
-};
 
 // A text that is a decimal number within the type, and nothing else.
 template <std::unsigned_integral Number>
