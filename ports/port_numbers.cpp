@@ -3,23 +3,16 @@
 #include <algorithm>
 
 namespace orvane {
-namespace {
-
-constexpr std::uint64_t bitOf(std::uint32_t port) { return std::uint64_t{1} << port % 64; }
-
-}  // namespace
 
 void PortNumbers::addOutOfOrder(std::uint16_t port) {
-  if (bits_.empty() && ascending_.size() < kShort) {
+  if (++outOfOrder_ <= kFew) {
     const auto place = std::ranges::lower_bound(ascending_, port);
     if (*place != port) ascending_.insert(place, port);
     return;
   }
-  if (bits_.empty()) {
-    bits_.resize((kMaxPort + 1) / kBits);
-    for (const std::uint16_t held : ascending_) wordOf(held) |= bitOf(held);
-    ascending_.clear();
-  }
+  bits_.resize((kMaxPort + 1) / kBits);
+  for (const std::uint16_t held : ascending_) wordOf(held) |= bitOf(held);
+  ascending_.clear();
   wordOf(port) |= bitOf(port);
 }
 

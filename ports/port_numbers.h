@@ -23,7 +23,9 @@ class PortNumbers {
   PortNumbers& operator=(const PortNumbers&) = delete;
 
   void add(std::uint16_t port) {
-    if (bits_.empty() && (ascending_.empty() || ascending_.back() < port)) {
+    if (!bits_.empty()) {
+      wordOf(port) |= bitOf(port);
+    } else if (ascending_.empty() || ascending_.back() < port) {
       ascending_.push_back(port);
     } else {
       addOutOfOrder(port);
@@ -51,8 +53,14 @@ class PortNumbers {
 
  private:
   static constexpr std::size_t kShort = 256;
+  static constexpr std::size_t kFew = 128;  // of them, inserting costs less than all the bits
   static constexpr std::size_t kBits = 64;
 
+  static constexpr std::uint64_t bitOf(std::uint32_t port) {
+    return std::uint64_t{1} << port % kBits;
+  }
+
+  // REQUIRES: there are no bits yet.
   void addOutOfOrder(std::uint16_t port);
   void eraseAny(Bounds range);
   std::uint64_t& wordOf(std::uint16_t port) { return bits_[port / kBits]; }
@@ -60,6 +68,7 @@ class PortNumbers {
   alignas(std::uint16_t) std::array<std::byte, kShort * sizeof(std::uint16_t)> room_;
   std::pmr::monotonic_buffer_resource memory_{room_.data(), room_.size()};
   std::pmr::vector<std::uint16_t> ascending_{&memory_};
+  std::size_t outOfOrder_ = 0;
   std::vector<std::uint64_t> bits_;  // when it is not empty, all ports are in it
 };
 
