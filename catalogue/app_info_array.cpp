@@ -16,7 +16,7 @@ void sift(std::span<const OrvaneAppInfo> entries, const std::vector<unsigned int
           bool known, std::vector<unsigned int>& result) {
   const auto found = orvane::firstByUpid<OrvaneAppInfo>(upids, entries);
   std::vector<unsigned int> taken(upids.size());  // `result` may be the list of UPIDs itself
-  std::size_t count = 0;
+  std::size_t count = 0;  // what is not taken is overwritten, which needs no branch
   for (std::size_t i = 0; i < upids.size(); ++i) {
     taken[count] = upids[i];
     if ((found[i] != nullptr) == known) ++count;

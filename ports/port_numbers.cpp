@@ -5,7 +5,7 @@
 namespace orvane {
 
 void PortNumbers::addOutOfOrder(std::uint16_t port) {
-  if (++outOfOrder_ <= kFew) {
+  if (++inserted_ <= kFewInserted) {
     const auto place = std::ranges::lower_bound(ascending_, port);
     if (*place != port) ascending_.insert(place, port);
     return;

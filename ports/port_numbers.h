@@ -53,7 +53,7 @@ class PortNumbers {
 
  private:
   static constexpr std::size_t kShort = 256;
-  static constexpr std::size_t kFew = 128;  // of them, inserting costs less than all the bits
+  static constexpr std::size_t kFewInserted = 128;  // which cost less than a bit for every port
   static constexpr std::size_t kBits = 64;
 
   static constexpr std::uint64_t bitOf(std::uint32_t port) {
@@ -68,7 +68,7 @@ class PortNumbers {
   alignas(std::uint16_t) std::array<std::byte, kShort * sizeof(std::uint16_t)> room_;
   std::pmr::monotonic_buffer_resource memory_{room_.data(), room_.size()};
   std::pmr::vector<std::uint16_t> ascending_{&memory_};
-  std::size_t outOfOrder_ = 0;
+  std::size_t inserted_ = 0;         // how many came out of order
   std::vector<std::uint64_t> bits_;  // when it is not empty, all ports are in it
 };
 

@@ -8,8 +8,7 @@ SectionLine SectionLines::next() {
   while (line != end && *line == '\n') ++line;
   const char* keyEnd = line;
   while (keyEnd != end && *keyEnd != '=' && *keyEnd != '\n') ++keyEnd;
-  const auto valueEnd = std::string_view(keyEnd, end).find('\n');
-  const char* const lineEnd = valueEnd == std::string_view::npos ? end : keyEnd + valueEnd;
+  const char* const lineEnd = orvane::lineEnd(keyEnd, end);
   rest_ = std::string_view(lineEnd, end);
   if (line == end) return SectionLine::kEnd;
   if (keyEnd == lineEnd) return SectionLine::kTerminator;

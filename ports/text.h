@@ -44,13 +44,13 @@ constexpr std::uint64_t zeroBytes(std::uint64_t bytes) {
 
 // The end of the line that begins at `line`; most are short.
 inline const char* lineEnd(const char* line, const char* end) {
-  const std::ptrdiff_t left = end - line;
-  if (left >= 8) {
+  const std::string_view rest(line, end);
+  if (rest.size() >= sizeof(std::uint64_t)) {
     const std::uint64_t newlines = zeroBytes(eightBytes(line) ^ kLowBits * '\n');
     if (newlines != 0) return line + std::countr_zero(newlines) / 8;
   }
-  const void* const newline = std::memchr(line, '\n', static_cast<std::size_t>(left));
-  return newline != nullptr ? static_cast<const char*>(newline) : end;
+  const std::size_t newline = rest.find('\n');
+  return newline != std::string_view::npos ? line + newline : end;
 }
 
 // A caller's text as a view, made once, at the door; a null text becomes the empty view.
@@ -115,15 +115,15 @@ inline std::uint32_t readDigits(const char*& next, const char* end) {
   return number;
 }
 
-// Reads a number that does not begin with a digit.
-std::uint32_t readSignedNumber(std::string_view text);
+// Reads a number by the general rules.
+std::uint32_t readAnyNumber(std::string_view text);
 
 // The one number reader: leading white space, an optional sign, digits modulo 2^32 up to the first
 // other character. No digits give 0.
 inline std::uint32_t readNumber(std::string_view text) {
   const char* next = text.data();
   const std::uint32_t number = readDigits(next, next + text.size());
-  return next != text.data() ? number : readSignedNumber(text);
+  return next != text.data() ? number : readAnyNumber(text);
 }
 
 // The same, for fields that are signed.
@@ -213,7 +213,8 @@ class Pen {
   char* next_;
 };
 
-// Writes a text into a string, which holds it once the builder is finished.
+// Writes a text into a string, which holds it once the builder is finished; until then what it held
+// before serves as room.
 class TextBuilder {
  public:
   explicit TextBuilder(std::string& text) : text_(text) {}

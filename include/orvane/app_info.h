@@ -156,6 +156,7 @@ class ORVANE_EXPORT OrvaneAppInfo {
   char fqn[128] = {};
 };
 
+// Defaulted in the class, it would have a new element of a vector cleared twice.
 inline OrvaneAppInfo::OrvaneAppInfo() = default;
 
 #endif  // ORVANE_APP_INFO_H_

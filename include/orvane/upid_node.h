@@ -109,6 +109,7 @@ class ORVANE_EXPORT OrvaneUpidNode : public UPID_TREE_NODE_S {
   int valid = 0;
 };
 
+// Defaulted in the class, it would have a new element of a vector cleared twice.
 inline OrvaneUpidNode::OrvaneUpidNode() = default;
 
 #endif  // ORVANE_UPID_NODE_H_
