@@ -3,6 +3,8 @@
 #include <orvane/upid_tree.h>
 
 #include <climits>
+#include <functional>
+#include <iterator>
 #include <map>
 #include <numeric>
 #include <optional>
@@ -92,22 +94,54 @@ TEST(UpidNode, HasEachFieldAtItsOffset) {
   set.setCurrentChildIdx(read.getCurrentChildIdx());
   set.setName(read.getName());
   set.reserved = 1;
-  EXPECT_EQ(set.get()->reserved, 0);
   EXPECT_EQ(written(set), bytes.substr(1));
   set.copy(&read);
   EXPECT_EQ(set.reserved, 1);
 }
 
-TEST(UpidNode, SharesOneRecordAmongAll) {
+TEST(UpidNode, GivesItsRecord) {
+  OrvaneUpidNode held = node(record(1, std::string(32, 'n')));
+  held.reserved = 1;
+  const UPID_TREE_NODE_S own = held.record();
+  EXPECT_EQ(own.reserved, 0);
+  const UPID_TREE_NODE_S* const shown = node(record(2)).get();
+  EXPECT_EQ(held.record().upid, 1);
+  EXPECT_EQ(shown->upid, 2);  // which record() leaves alone
+  EXPECT_EQ(held.get(), shown);
+  EXPECT_EQ(shown->reserved, 0);
+  EXPECT_EQ(written(OrvaneUpidNode(&own)), written(OrvaneUpidNode(shown)));
+}
+
+// One record for all nodes, of which the checked twins know nothing.
+TEST(UpidNode, ShowsTheLastNodeThatATrustingOperationWrote) {
+  OrvaneUpidTree nodes;
+  nodes.setBuffer(tree(3, 6, record(1, "", 3, 1) + record(2) + record(3)).data(), 0);
   OrvaneUpidArray array;
-  array.setBuffer((record(1) + record(2)).data(), 144);
-  const UPID_TREE_NODE_S* const shown = array[0].get();
-  EXPECT_EQ(shown->upid, 1);
-  written(array);
-  EXPECT_EQ(shown->upid, 2);
-  written(OrvaneUpidTree());
-  EXPECT_EQ(array[1].get(), shown);
-  EXPECT_EQ(shown->upid, 2);
+  array.add(nodes[2]);
+  std::string room(3 * kSize, '\0');
+  int length = 0;
+  const struct {
+    std::function<void()> write;
+    unsigned int shown;
+  } cases[] = {
+      {[&] { nodes.getBuffer(room.data(), length); }, 3},
+      {[&] { nodes.getChildrenBuffer(1, room.data()); }, 3},
+      {[&] { array.getBuffer(room.data()); }, 2},
+      {[&] { nodes.getBufferChecked(room); }, 99},
+      {[&] { nodes.getChildrenBufferChecked(1, room); }, 99},
+      {[&] { array.getBufferChecked(room); }, 99},
+      {[&] { nodes.getBuffer(nullptr, length); }, 99},  // nothing is written
+      {[&] { nodes.getChildrenBuffer(9, room.data()); }, 99},
+      {[&] { array.getBuffer(nullptr); }, 99},
+      {[&] { OrvaneUpidTree().getBuffer(room.data(), length); }, 99},
+      {[&] { OrvaneUpidArray().getBuffer(room.data()); }, 99},
+  };
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    SCOPED_TRACE(i);
+    const UPID_TREE_NODE_S* const shown = node(record(99)).get();
+    cases[i].write();
+    EXPECT_EQ(shown->upid, cases[i].shown);
+  }
 }
 
 TEST(UpidNode, KeepsFlagsAndValidityTogether) {
@@ -174,9 +208,6 @@ TEST(UpidTree, KeepsTheFirstNodeOfAUpid) {
   std::string again(288, '?');
   EXPECT_EQ(array.getBuffer(again.data()), 288);
   EXPECT_EQ(again, nodes);
-  array.shrink_to_fit();
-  array.setBuffer(reinterpret_cast<const char*>(static_cast<UPID_TREE_NODE_S*>(&array[1])), 144);
-  EXPECT_EQ(array[4].getUpid(), array[1].getUpid());  // of a node that moved
 }
 
 TEST(UpidTree, ReadsNodesInAnyOrder) {
@@ -191,9 +222,40 @@ TEST(UpidTree, ReadsNodesInAnyOrder) {
   }
   std::string inOrder;
   for (const auto& [upid, added] : first) inOrder += added;
-  OrvaneUpidTree held;
-  held.setBufferChecked(tree(3000, 6, records));
-  EXPECT_EQ(written(held), inOrder);
+  for (const std::size_t piece : {1U, 60U, 3000U}) {
+    SCOPED_TRACE(piece);
+    OrvaneUpidTree held;
+    for (std::size_t i = 0; i < 3000; i += piece) {
+      held.setBufferChecked(tree(piece, 6, records.substr(i * kSize, piece * kSize)));
+    }
+    EXPECT_EQ(written(held), inOrder);
+  }
+}
+
+// References hold while nodes are added, and when a tree or array is assigned to itself.
+TEST(UpidTree, KeepsNodesWhereTheyAre) {
+  OrvaneUpidTree nodes;
+  nodes.setBuffer(tree(2, 6, record(2) + record(4)).data(), 0);
+  OrvaneUpidArray array;
+  array.setBuffer(record(2).data(), 72);
+  const OrvaneUpidNode* const inTree = &nodes[2];
+  const OrvaneUpidNode* const inArray = array.data();
+  const auto& same = nodes;
+  nodes = same;
+  nodes.setBuffer(tree(3, 6, record(1) + record(2) + record(3)).data(), 0);
+  const auto& sameArray = array;
+  array = sameArray;
+  EXPECT_EQ(&nodes[2], inTree);
+  EXPECT_EQ(array.data(), inArray);
+  OrvaneUpidTree copy;
+  copy.add(node(record(9)));
+  copy = nodes;
+  EXPECT_EQ(copy.getTCPUpid(), 6);
+  EXPECT_EQ(written(copy), record(1) + record(2) + record(3) + record(4));
+  OrvaneUpidArray copies;
+  copies.add(node(record(9)));
+  copies = array;
+  EXPECT_EQ(written(copies), record(2));
 }
 
 TEST(UpidTree, NeverInsertsWhenLookingUp) {

@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstring>
 #include <functional>
-#include <iterator>
 #include <optional>
 #include <span>
 
@@ -78,8 +77,7 @@ inline void writeNode(const UPID_TREE_NODE_S& node, char* bytes) {
 }
 
 // Writes the nodes that `nodeOf` finds in the elements of `nodes`, and returns the bytes written,
-// or nothing when the room is too small. Callers see records pass through OrvaneUpidNode::get();
-// the last one is all that stays of that.
+// or nothing when the room is too small.
 template <typename Nodes, typename NodeOf = std::identity>
 std::optional<std::size_t> writeNodes(const Nodes& nodes, std::span<char> buffer,
                                       NodeOf nodeOf = {}) {
@@ -89,10 +87,6 @@ std::optional<std::size_t> writeNodes(const Nodes& nodes, std::span<char> buffer
   for (const auto& element : nodes) {
     writeNode(std::invoke(nodeOf, element), next);
     next += kNodeSize;
-  }
-  if (!nodes.empty()) {
-    const OrvaneUpidNode& last = std::invoke(nodeOf, *std::prev(nodes.end()));
-    last.get();
   }
   return length;
 }

@@ -25,6 +25,11 @@ bool isName(const char* name) {
 
 OrvaneUpidArray::~OrvaneUpidArray() = default;
 
+OrvaneUpidArray& OrvaneUpidArray::operator=(const OrvaneUpidArray& other) {
+  if (this != &other) *this = OrvaneUpidArray(other);
+  return *this;
+}
+
 void OrvaneUpidArray::setBuffer(const char* buffer, int length) {
   if (buffer == nullptr || length < 0) return;
   const std::size_t count = static_cast<std::size_t>(length) / orvane::kNodeSize;
@@ -33,15 +38,10 @@ void OrvaneUpidArray::setBuffer(const char* buffer, int length) {
 
 bool OrvaneUpidArray::setBufferChecked(std::span<const char> buffer) {
   if (buffer.size() % orvane::kNodeSize != 0) return false;
+  // All the room first, so that nothing has changed when memory runs out; at least twice what there
+  // was, because many small buffers may follow each other.
   const std::size_t needed = size() + buffer.size() / orvane::kNodeSize;
-  // Twice the room, because many small buffers may follow each other. The nodes are copied there;
-  // the old ones stay until the buffer, which may lie in them, is read.
-  std::vector<OrvaneUpidNode> old;
-  if (needed > capacity()) {
-    old.reserve(std::max(needed, 2 * capacity()));
-    old.assign(begin(), end());
-    old.swap(*this);
-  }
+  if (needed > capacity()) reserve(std::max(needed, 2 * capacity()));
   for (; !buffer.empty(); buffer = buffer.subspan(orvane::kNodeSize)) {
     if (!isName(buffer.data() + offsetof(UPID_TREE_NODE_S, name))) continue;
     orvane::copyRecord(orvane::readNode(buffer.data()), emplace_back());
@@ -51,7 +51,10 @@ bool OrvaneUpidArray::setBufferChecked(std::span<const char> buffer) {
 
 unsigned int OrvaneUpidArray::getBuffer(char* buffer) const {
   const std::size_t room = size() * orvane::kNodeSize;
-  if (buffer != nullptr) getBufferChecked({buffer, room});
+  if (buffer != nullptr && room > 0) {
+    getBufferChecked({buffer, room});
+    back().get();
+  }
   return static_cast<unsigned int>(room);
 }
 

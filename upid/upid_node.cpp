@@ -25,11 +25,16 @@ bool OrvaneUpidNode::copyChecked(std::span<const char> buffer) {
   return true;
 }
 
+UPID_TREE_NODE_S OrvaneUpidNode::record() const {
+  UPID_TREE_NODE_S result = *this;
+  result.reserved = 0;
+  return result;
+}
+
 UPID_TREE_NODE_S* OrvaneUpidNode::get() const {
-  static UPID_TREE_NODE_S record;
-  record = *this;
-  record.reserved = 0;
-  return &record;
+  static constinit UPID_TREE_NODE_S published;
+  published = record();
+  return &published;
 }
 
 void OrvaneUpidNode::setName(const char* field) {

@@ -14,14 +14,18 @@
 ///
 /// A node buffer is records of 72 bytes back to back (see UPID_TREE_NODE_S), with little-endian
 /// words and without alignment: what OrvaneUpidTree::getBuffer() writes.
+///
+/// When memory runs out, what adds nodes or assigns leaves the array as it was; the other
+/// operations take none. Any number of threads may call what is `const`, getBuffer() excepted, as
+/// long as none changes the array at the same time.
 class ORVANE_EXPORT OrvaneUpidArray : public std::vector<OrvaneUpidNode> {
  public:
   OrvaneUpidArray() = default;
 
-  /// Copies every node, in order.
+  /// Copies every node, in order. Assigning an array to itself leaves its nodes where they are.
   OrvaneUpidArray(const OrvaneUpidArray&) = default;
   OrvaneUpidArray(OrvaneUpidArray&&) noexcept = default;
-  OrvaneUpidArray& operator=(const OrvaneUpidArray&) = default;
+  OrvaneUpidArray& operator=(const OrvaneUpidArray& other);
   OrvaneUpidArray& operator=(OrvaneUpidArray&&) noexcept = default;
 
   virtual ~OrvaneUpidArray();
@@ -31,7 +35,8 @@ class ORVANE_EXPORT OrvaneUpidArray : public std::vector<OrvaneUpidNode> {
 
   /// Appends the nodes of a node buffer of `length` bytes, except those whose name, up to its first
   /// NUL, has a byte of 0x80 or above. An incomplete record at the end is ignored; a null buffer
-  /// and a negative length change nothing. REQUIRES: `buffer` holds `length` bytes.
+  /// and a negative length change nothing. REQUIRES: `buffer` holds `length` bytes, none of them in
+  /// the nodes of this array.
   void setBuffer(const char* buffer, int length);
 
   /// setBuffer() of exactly `buffer`: false, and nothing changes, when its last record is
@@ -40,11 +45,13 @@ class ORVANE_EXPORT OrvaneUpidArray : public std::vector<OrvaneUpidNode> {
 
   /// Writes every node as a node buffer and returns the bytes that this takes, getBufferLength();
   /// into a null buffer nothing is written. Leaves the last node, if any, in the record that
-  /// OrvaneUpidNode::get() returns. REQUIRES: room for 72 bytes per node.
+  /// OrvaneUpidNode::get() returns, and like that is not for several threads at once. REQUIRES:
+  /// room for 72 bytes per node.
   unsigned int getBuffer(char* buffer) const;
 
-  /// getBuffer() that stays inside `buffer`: the bytes written, or nothing, and nothing is written,
-  /// when the room is too small.
+  /// getBuffer() that stays inside `buffer` and leaves nothing in the record of
+  /// OrvaneUpidNode::get(): the bytes written, or nothing, and nothing is written, when the room is
+  /// too small.
   std::optional<std::size_t> getBufferChecked(std::span<char> buffer) const;
 
   /// 72 bytes per node.

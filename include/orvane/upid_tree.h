@@ -15,18 +15,22 @@
 /// A tree buffer is a header of nine words followed by records of 72 bytes (see UPID_TREE_NODE_S);
 /// a node buffer is records alone. All words are little-endian, no alignment is needed.
 ///
-/// The operations that write a buffer leave the last node that they write, if any, in the record
-/// that OrvaneUpidNode::get() returns. What the map brings along leaves the header as it is:
-/// clear() and swap() deal with the nodes alone.
+/// What the map brings along leaves the header as it is: clear() and swap() deal with the nodes
+/// alone.
+///
+/// When memory runs out, every operation leaves the tree as it was; looking up and writing all
+/// nodes take none. Any number of threads may call what is `const`, getBuffer() and
+/// getChildrenBuffer() excepted, as long as none changes the tree at the same time. Looking up in a
+/// tree that is not `const` counts as a change.
 class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNode> {
  public:
   /// No nodes, and a header of zeros.
   OrvaneUpidTree() = default;
 
-  /// Copies every node and the header.
+  /// Copies every node and the header. Assigning a tree to itself leaves its nodes where they are.
   OrvaneUpidTree(const OrvaneUpidTree&) = default;
   OrvaneUpidTree(OrvaneUpidTree&&) noexcept = default;
-  OrvaneUpidTree& operator=(const OrvaneUpidTree&) = default;
+  OrvaneUpidTree& operator=(const OrvaneUpidTree& other);
   OrvaneUpidTree& operator=(OrvaneUpidTree&&) noexcept = default;
 
   virtual ~OrvaneUpidTree();
@@ -67,12 +71,14 @@ class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNod
   bool setBufferChecked(std::span<const char> buffer);
 
   /// Writes every node as a node buffer, ascending by UPID, and sets `length` to the bytes that
-  /// this takes, 72 per node. A null buffer only gets the length told. REQUIRES: room for 72 bytes
-  /// per node.
+  /// this takes, 72 per node. A null buffer only gets the length told. Leaves the last node
+  /// written, if any, in the record that OrvaneUpidNode::get() returns, and like that is not for
+  /// several threads at once. REQUIRES: room for 72 bytes per node.
   void getBuffer(char* buffer, int& length) const;
 
-  /// getBuffer() that stays inside `buffer`: the bytes written, or nothing, and nothing is written,
-  /// when the room is too small.
+  /// getBuffer() that stays inside `buffer` and leaves nothing in the record of
+  /// OrvaneUpidNode::get(): the bytes written, or nothing, and nothing is written, when the room is
+  /// too small.
   std::optional<std::size_t> getBufferChecked(std::span<char> buffer) const;
 
   /// Writes the children of the node with that UPID as a node buffer: its first child, that one's
@@ -81,12 +87,15 @@ class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNod
   /// When the parent counts its children, that is the most that is written, the one whose sibling
   /// is 0 included. When its count is 0, the chain ends in a closing node, the one whose sibling is
   /// 0, which is not written. The chain also ends at a sibling that the tree lacks, and after as
-  /// many records as the tree has nodes. A null buffer is ignored. REQUIRES: room for 72 bytes per
-  /// child, or, for a chain that is not known to be sound, per node of the tree.
+  /// many records as the tree has nodes. A null buffer is ignored. Leaves the last node written, if
+  /// any, in the record that OrvaneUpidNode::get() returns, and like that is not for several
+  /// threads at once. REQUIRES: room for 72 bytes per child, or, for a chain that is not known to
+  /// be sound, per node of the tree.
   void getChildrenBuffer(unsigned int upid, char* buffer) const;
 
-  /// getChildrenBuffer() that stays inside `buffer`: the bytes written, or nothing, and nothing is
-  /// written, when the room is too small.
+  /// getChildrenBuffer() that stays inside `buffer` and leaves nothing in the record of
+  /// OrvaneUpidNode::get(): the bytes written, or nothing, and nothing is written, when the room is
+  /// too small.
   std::optional<std::size_t> getChildrenBufferChecked(unsigned int upid,
                                                       std::span<char> buffer) const;
   /// @}
