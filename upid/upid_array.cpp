@@ -2,23 +2,20 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
+#include <string_view>
 
-#include "ports/text.h"
 #include "upid/node_buffer.h"
 
 namespace {
 
-// A byte of 0x80 or above spoils a name; what follows the first NUL is not part of it.
+// A byte of 0x80 or above spoils a name; what follows the first NUL is not part of it. Mostly no
+// byte of the field is one, which all of them together show fastest.
 bool isName(const char* name) {
-  for (std::size_t i = 0; i < sizeof UPID_TREE_NODE_S::name; i += sizeof(std::uint64_t)) {
-    const std::uint64_t bytes = orvane::eightBytes(name + i);
-    const std::uint64_t nuls = orvane::zeroBytes(bytes);
-    const std::uint64_t beforeNul = nuls == 0 ? ~std::uint64_t{0} : (nuls & -nuls) - 1;
-    if ((bytes & orvane::kHighBits & beforeNul) != 0) return false;
-    if (nuls != 0) return true;
-  }
-  return true;
+  const std::string_view field(name, sizeof UPID_TREE_NODE_S::name);
+  const auto isPlain = [](unsigned char byte) { return byte < 0x80; };
+  unsigned char bits = 0;
+  for (const char byte : field) bits |= static_cast<unsigned char>(byte);
+  return isPlain(bits) || std::ranges::all_of(field.substr(0, field.find('\0')), isPlain);
 }
 
 }  // namespace
