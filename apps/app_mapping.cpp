@@ -1,13 +1,16 @@
 #include "orvane/app_mapping.h"
 
 #include <algorithm>
-#include <functional>
+#include <cstdint>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
 
 #include "apps/application_fields.h"
-#include "apps/application_index.h"
+#include "apps/item_list.h"
+#include "ports/first_by_key.h"
+#include "ports/growth.h"
+#include "ports/salt.h"
 
 namespace {
 
@@ -18,6 +21,11 @@ auto* findFirst(Mapping& mapping, Test test) {
 
 // Whether an application is identified by its identifier, having no UPID yet.
 bool isNew(const OrvaneApplication& application) { return application.upid == kOrvaneNoUpid; }
+
+// An identifier as a key of a table.
+std::uint32_t keyOf(const OrvaneApplication& application) {
+  return static_cast<std::uint32_t>(application.getID());
+}
 
 // The application with the key of `application`, or the end position.
 OrvaneApplication* findKey(OrvaneAppMapping& mapping, const OrvaneApplication& application) {
@@ -39,11 +47,23 @@ Description describe(const OrvaneApplication& application) {
 
 struct DescriptionHash {
   std::size_t operator()(const Description& description) const {
-    const std::size_t name = std::hash<std::string_view>()(description.name);
-    return (name * 31 + static_cast<std::size_t>(description.category)) * 31 +
-           static_cast<std::size_t>(description.type);
+    std::uint64_t hash = orvane::hashSalt();
+    const auto take = [&](std::uint64_t number) { hash = orvane::spread(hash ^ number); };
+    for (std::string_view rest = description.name; !rest.empty();) {
+      std::uint64_t bytes = 0;
+      rest.remove_prefix(rest.copy(reinterpret_cast<char*>(&bytes), sizeof bytes));
+      take(bytes);
+    }
+    take(static_cast<std::uint32_t>(description.category));
+    take(static_cast<std::uint32_t>(description.type));
+    return hash;
   }
 };
+
+// Whether removeNew() moves an application.
+bool isMoved(const OrvaneApplication& application) {
+  return isNew(application) && application.items.size() > 1;
+}
 
 }  // namespace
 
@@ -67,19 +87,20 @@ void OrvaneAppMapping::add(const unsigned char* record) {
 }
 
 bool OrvaneAppMapping::addChecked(std::span<const unsigned char> record) {
-  const orvane::HeldText held(orvane::bytesOf(record), data(), size());
-  const auto fields = orvane::ApplicationRecord::split(held.view());
+  const auto fields = orvane::ApplicationRecord::split(record);
   if (!fields) return false;
   if (fields->isIgnored()) return true;
+  OrvanePortMapping item = orvane::readItem(orvane::readItemFields(*fields));
   OrvaneApplication* const known = find(orvane::readNumber((*fields)[orvane::kUpid]));
   if (known != end()) {
+    orvane::addItem(std::move(item), known->items);
     std::rotate(begin() + (known - data()), begin() + (known - data()) + 1, end());
   } else {
-    orvane::readOwnFields(*fields, emplace_back());
+    OrvaneApplication added;
+    orvane::readOwnFields(*fields, added);
+    orvane::addItem(std::move(item), added.items);
+    push_back(std::move(added));
   }
-  orvane::LateItems late;
-  orvane::readItem(orvane::readItemFields(*fields), back().items, late);
-  orvane::addLate(std::move(late), back().items);
   return true;
 }
 
@@ -102,16 +123,38 @@ void OrvaneAppMapping::remove(const OrvaneApplication& application) {
 
 void OrvaneAppMapping::removeNew(OrvaneAppMapping& other) {
   if (this == &other) return;
-  orvane::ApplicationIndex index(*this);
+  orvane::makeRoom<OrvaneApplication>(
+      *this, static_cast<std::size_t>(std::ranges::count_if(other, isMoved)));
+  // The first application with an identifier, here or of those that are moved, takes in the items
+  // of the others with it. All room is made before anything moves.
+  orvane::FirstByKey<OrvaneApplication*> takers;
+  orvane::FirstByKey<std::size_t> itemCounts;
+  takers.reserve(size());
+  for (OrvaneApplication& application : *this) takers.tryEmplace(keyOf(application), &application);
+  for (OrvaneApplication& application : other) {
+    if (!isMoved(application)) continue;
+    OrvaneApplication* const taker = takers.tryEmplace(keyOf(application), &application);
+    std::size_t& count = itemCounts.tryEmplace(keyOf(application), taker->items.size());
+    if (taker != &application) count += application.items.size();
+  }
+  for (OrvaneApplication& application : other) {
+    if (!isMoved(application)) continue;
+    (*takers.find(keyOf(application)))->items.reserve(*itemCounts.find(keyOf(application)));
+  }
+
   auto kept = other.begin();
   for (OrvaneApplication& application : other) {
-    if (!isNew(application) || application.items.size() < 2) {
+    if (!isMoved(application)) {
       if (&*kept != &application) *kept = std::move(application);
       ++kept;
-    } else if (OrvaneApplication* held = index.findId(application.getID())) {
-      held->update(application);
-    } else {
+      continue;
+    }
+    OrvaneApplication*& taker = *takers.find(keyOf(application));
+    if (taker == &application) {
       push_back(std::move(application));
+      taker = &back();
+    } else {
+      orvane::addItems(std::move(application.items), taker->items);
     }
   }
   other.erase(kept, other.end());

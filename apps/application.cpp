@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
+#include <mutex>
 #include <utility>
 
 #include "apps/application_fields.h"
@@ -18,50 +19,68 @@ auto findLastItem(Items& items, int itemId) {
   return items.end();
 }
 
+unsigned int drawNumber(unsigned int seed) {
+#ifndef __GLIBC__  // whose rand() has a lock of its own
+  static std::mutex mutex;
+  const std::lock_guard lock(mutex);
+#endif
+  [[maybe_unused]] static const bool seeded = (std::srand(seed), true);
+  return static_cast<unsigned int>(std::rand());
+}
+
 }  // namespace
 
-OrvaneApplication::OrvaneApplication() : id(orvane::freshIdentifier()) {}
+OrvaneApplication::OrvaneApplication() : id(static_cast<int>(getUniqueID() + 2000)) {}
 
 OrvaneApplication::~OrvaneApplication() = default;
 
 unsigned int OrvaneApplication::getUniqueID() {
   const auto now = static_cast<unsigned int>(std::time(nullptr));
-  [[maybe_unused]] static const bool seeded = (std::srand(now), true);
-  return now + (static_cast<unsigned int>(std::rand()) & 0x7FFF) * 1024;
+  return now + (drawNumber(now) & 0x7FFF) * 1024;
 }
 
 void OrvaneApplication::setUpid(const char* text) {
-  if (text != nullptr) upid = orvane::readNumber(text);
+  if (text != nullptr) setUpid(std::string_view(text));
 }
+
+void OrvaneApplication::setUpid(std::string_view text) { upid = orvane::readNumber(text); }
 
 void OrvaneApplication::setType(const char* text) {
-  if (text != nullptr) type = orvane::readType(text);
+  if (text != nullptr) setType(std::string_view(text));
 }
+
+void OrvaneApplication::setType(std::string_view text) { type = orvane::readType(text); }
 
 void OrvaneApplication::setAction(const char* text) {
-  if (text != nullptr) action = orvane::readAction(text);
+  if (text != nullptr) setAction(std::string_view(text));
 }
 
+void OrvaneApplication::setAction(std::string_view text) { action = orvane::readAction(text); }
+
 void OrvaneApplication::setAppCategory(const char* text) {
-  if (text != nullptr) appCategory = static_cast<tagApMCategory>(orvane::readSigned(text));
+  if (text != nullptr) setAppCategory(std::string_view(text));
+}
+
+void OrvaneApplication::setAppCategory(std::string_view text) {
+  appCategory = static_cast<tagApMCategory>(orvane::readSigned(text));
 }
 
 void OrvaneApplication::setName(const char* text) {
-  if (text != nullptr) orvane::setName(text, *this);
+  if (text != nullptr) setName(std::string_view(text));
 }
+
+void OrvaneApplication::setName(std::string_view text) { orvane::setName(text, *this); }
 
 void OrvaneApplication::setValues(const unsigned char* record) {
   setValuesChecked(orvane::ApplicationRecord::trusted(record));
 }
 
 bool OrvaneApplication::setValuesChecked(std::span<const unsigned char> record) {
-  const orvane::HeldText held(orvane::bytesOf(record), this, 1);
-  const auto fields = orvane::ApplicationRecord::split(held.view());
+  const auto fields = orvane::ApplicationRecord::split(record);
   if (!fields) return false;
   if (fields->isIgnored()) return true;
-  orvane::LateItems late;
-  orvane::readApplication(*fields, *this, late);
-  orvane::addLate(std::move(late), items);
+  orvane::addItem(orvane::readItem(orvane::readItemFields(*fields)), items);
+  orvane::readFields(*fields, *this);
   return true;
 }
 

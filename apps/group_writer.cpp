@@ -1,9 +1,23 @@
 #include "apps/group_writer.h"
 
+#include <string_view>
+
 #include "apps/application_fields.h"
+#include "ports/port_list.h"
 
 namespace orvane {
 namespace {
+
+// Room for all lines of a group but for the port list: keys, numbers, a name, and the terminator.
+constexpr std::size_t fieldsRoom() {
+  std::size_t room = sizeof tagApplication::name + sizeof ";\n";
+  for (const std::string_view key : kApplicationKeys) {
+    room += key.size() + sizeof "=\n" + kNumberRoom;
+  }
+  return room;
+}
+
+constexpr std::size_t kFieldsRoom = fieldsRoom();
 
 Pen writeKey(Pen pen, ApplicationField key) {
   pen.put(kApplicationKeys[key]);
@@ -18,9 +32,6 @@ Pen writeNumberLine(Pen pen, ApplicationField key, Number number) {
   pen.put('\n');
   return pen;
 }
-
-// Room for the keys and numbers of a group, and for a name.
-constexpr std::size_t kFieldsRoom = 128 + sizeof tagApplication::name + 8 * kNumberRoom;
 
 Pen writeFields(Pen pen, const OrvaneApplication& application, const OrvanePortMapping& item,
                 tagActionType action) {
@@ -42,13 +53,7 @@ Pen writeFields(Pen pen, const OrvaneApplication& application, const OrvanePortM
 void GroupWriter::appendItem(const OrvaneApplication& application, const OrvanePortMapping& item,
                              tagActionType action) {
   Pen pen = writeKey(out_.pen(kFieldsRoom + portListRoom(item)), kPortRange);
-  wroteList_ = true;
-  out_.putDown(pen);
-  listBegin_ = out_.size();
-  pen = writePortList(pen, item);
-  out_.putDown(pen);
-  listEnd_ = out_.size();
-  if (const OrvanePortRange* range = lastRangeOf(item)) lastRange_ = range;
+  pen = writePortList(out_, pen, item);
   pen.put('\n');
   out_.putDown(writeFields(pen, application, item, action));
 }
@@ -67,15 +72,50 @@ void GroupWriter::close(const OrvaneApplication& application) {
 
 void GroupWriter::terminate() {
   if (!closeGroups_) return;
-  Pen pen = out_.pen(2);
-  pen.put(";\n");
+  Pen pen = out_.pen(sizeof ";\n");
+  pen.put(std::string_view(";\n"));
   out_.putDown(pen);
 }
 
-void GroupWriter::publish() {
-  out_.finish();
-  if (!wroteList_) return;
-  publishPortList(out_.view(listBegin_, listEnd_), lastRange_);
+void writeSection(TextOut& out, const OrvaneApplication& application, tagActionType action,
+                  bool closeGroups) {
+  const std::size_t begin = out.size();
+  GroupWriter writer(out, closeGroups);
+  for (const OrvanePortMapping& item : application.items) {
+    writer.appendItem(application, item, action);
+    writer.close(application);
+  }
+  out.note(Result::kSection, begin);
+}
+
+void writeInitialSection(TextOut& out, const OrvaneApplication& application) {
+  const std::size_t begin = out.size();
+  GroupWriter writer(out, false);
+  for (const OrvanePortMapping& item : application.items) {
+    writer.appendItem(application, item, kOrvaneActionInitial);
+  }
+  out.note(Result::kInitialSection, begin);
+}
+
+void writeAddNewSection(TextOut& out, const OrvaneApplication& application, bool closeGroups) {
+  const std::size_t begin = out.size();
+  if (!application.items.empty()) {
+    GroupWriter writer(out, closeGroups);
+    writer.appendItem(application, application.items.front(), kOrvaneActionAdd);
+    writer.close(application);
+  }
+  out.note(Result::kAddNewSection, begin);
+}
+
+void writeDeleteSection(TextOut& out, const OrvaneApplication& application, bool closeGroups) {
+  const std::size_t begin = out.size();
+  GroupWriter writer(out, closeGroups);
+  for (const OrvanePortMapping& item : application.items) {
+    const bool last = item == application.items.back();
+    writer.appendItem(application, item, last ? kOrvaneActionDelete : kOrvaneActionRemove);
+    writer.close(application);
+  }
+  out.note(Result::kDeleteSection, begin);
 }
 
 }  // namespace orvane

@@ -3,22 +3,15 @@
 #ifndef ORVANE_APPS_GROUP_WRITER_H_
 #define ORVANE_APPS_GROUP_WRITER_H_
 
-#include <cstddef>
-#include <string>
-#include <string_view>
-
 #include "orvane/application.h"
-#include "ports/text.h"
+#include "ports/text_out.h"
 
 namespace orvane {
 
-// Writes groups to a text. The result strings of the port list operations, which each port list
-// written replaces, are set once, at the end.
+// Writes groups, which it closes or not.
 class GroupWriter {
  public:
-  GroupWriter(std::string& text, bool closeGroups) : out_(text), closeGroups_(closeGroups) {}
-  GroupWriter(const GroupWriter&) = delete;
-  GroupWriter& operator=(const GroupWriter&) = delete;
+  GroupWriter(TextOut& out, bool closeGroups) : out_(out), closeGroups_(closeGroups) {}
 
   // A group with the port list of the item, and one with a single port of it.
   void appendItem(const OrvaneApplication& application, const OrvanePortMapping& item,
@@ -30,32 +23,17 @@ class GroupWriter {
   void close(const OrvaneApplication& application);
   void terminate();
 
-  std::size_t size() const { return out_.size(); }
-  std::string_view view(std::size_t begin, std::size_t end) const { return out_.view(begin, end); }
-
-  // Finishes the text and sets those result strings; to be called last.
-  void publish();
-
  private:
-  TextBuilder out_;
+  TextOut& out_;
   bool closeGroups_;
-  bool wroteList_ = false;
-  std::size_t listBegin_ = 0;
-  std::size_t listEnd_ = 0;
-  const OrvanePortRange* lastRange_ = nullptr;
 };
 
-// The texts of one application, appended.
-void appendSection(GroupWriter& writer, const OrvaneApplication& application, tagActionType action);
-void appendInitialSection(GroupWriter& writer, const OrvaneApplication& application);
-void appendAddNewSection(GroupWriter& writer, const OrvaneApplication& application);
-void appendDeleteSection(GroupWriter& writer, const OrvaneApplication& application);
-
-// The result strings of the operations of OrvaneApplication that those of the collection run.
-std::string& sectionText();
-std::string& initialSectionText();
-std::string& addNewSectionText();
-std::string& deleteSectionText();
+// The texts of one application.
+void writeSection(TextOut& out, const OrvaneApplication& application, tagActionType action,
+                  bool closeGroups);
+void writeInitialSection(TextOut& out, const OrvaneApplication& application);
+void writeAddNewSection(TextOut& out, const OrvaneApplication& application, bool closeGroups);
+void writeDeleteSection(TextOut& out, const OrvaneApplication& application, bool closeGroups);
 
 }  // namespace orvane
 

@@ -1,59 +1,81 @@
 #include "apps/item_list.h"
 
 #include <algorithm>
-#include <iterator>
+#include <numeric>
 #include <utility>
+
+#include "ports/port_list.h"
 
 namespace orvane {
 namespace {
 
-// Merges items that ascend by address into a list; those with one address in their order.
-template <typename Iterator>
-void mergeAscending(Iterator first, Iterator last, OrvaneItems& items) {
-  OrvaneItems merged;
-  merged.reserve(items.size() + static_cast<std::size_t>(std::distance(first, last)));
-  auto* held = items.begin();
-  for (; first != last; ++first) {
-    while (held != items.end() && !(*first < *held)) {
-      merged.insert(merged.end(), std::move(*held++));
-    }
-    if (!merged.empty() && merged.back() == *first) {
-      mergeItem(*first, merged.back());
-    } else {
-      merged.insert(merged.end(), *first);
-    }
-  }
-  while (held != items.end()) merged.insert(merged.end(), std::move(*held++));
-  items.swap(merged);
+bool byAddress(const ItemGroup& a, const ItemGroup& b) { return a.item.address < b.item.address; }
+
+OrvanePortMapping withoutPorts(const ItemFields& fields) {
+  OrvanePortMapping item;
+  item.ip.address = fields.address;
+  item.uniqueBlockNumber = fields.uniqueBlockNumber;
+  item.selectorInfo = fields.selectorInfo;
+  return item;
+}
+
+// Moves the ports and ranges of an item to the one with its address.
+void mergeItem(OrvanePortMapping& item, OrvanePortMapping& held) {
+  splice(item.ports, held.ports);
+  splice(item.ranges, held.ranges);
 }
 
 }  // namespace
 
-void mergeItem(const OrvanePortMapping& item, OrvanePortMapping& held) {
-  held.addPorts(item.ports);
-  held.addRanges(item.ranges);
-}
-
-OrvanePortMapping* addItem(const OrvanePortMapping& item, OrvaneItems& items) {
+OrvanePortMapping* addItem(OrvanePortMapping item, OrvaneItems& items) {
   const auto place = items.lower_bound(item);
-  if (place == items.end() || !(*place == item)) return items.insert(place, item);
+  if (place == items.end() || !(*place == item)) return items.insert(place, std::move(item));
   mergeItem(item, *place);
   return place;
 }
 
-void addItems(const OrvaneItems& more, OrvaneItems& items) {
-  constexpr std::size_t kFew = 8;
-  if (more.size() > kFew && &more != &items) {
-    mergeAscending(more.begin(), more.end(), items);
-  } else {
-    for (const OrvanePortMapping& item : more) addItem(item, items);
+void addItems(OrvaneItems more, OrvaneItems& items) {
+  items.merge(more);
+  for (OrvanePortMapping& item : more) mergeItem(item, *items.find(item));
+}
+
+OrvanePortMapping readItem(const ItemFields& fields) {
+  OrvanePortMapping item = withoutPorts(fields);
+  readPortList(fields.portList, item);
+  return item;
+}
+
+void order(std::vector<ItemGroup>& groups, std::size_t applications) {
+  const auto place = [](const ItemGroup& group) {
+    return std::pair(group.application, group.item.address);
+  };
+  if (std::ranges::is_sorted(groups, {}, place)) return;
+  std::vector<std::size_t> ends(applications + 1);
+  for (const ItemGroup& group : groups) ++ends[group.application + 1];
+  std::partial_sum(ends.begin(), ends.end(), ends.begin());
+  std::vector<ItemGroup> ordered(groups.size());
+  for (const ItemGroup& group : groups) ordered[ends[group.application]++] = group;
+  groups.swap(ordered);
+  for (auto first = groups.begin(); first != groups.end();) {
+    const auto last = groups.begin() + static_cast<std::ptrdiff_t>(ends[first->application]);
+    if (!std::is_sorted(first, last, byAddress)) std::stable_sort(first, last, byAddress);
+    first = last;
   }
 }
 
-void addLate(LateItems late, OrvaneItems& items) {
-  if (late.empty()) return;
-  std::ranges::stable_sort(late, {}, &OrvanePortMapping::getIpAddress);
-  mergeAscending(std::make_move_iterator(late.begin()), std::make_move_iterator(late.end()), items);
+OrvaneItems readItems(std::span<const ItemGroup> groups) {
+  OrvaneItems items;
+  items.reserve(groups.size());
+  for (const ItemGroup& group : groups) {
+    OrvanePortMapping item = withoutPorts(group.item);
+    if (items.empty() || items.back() < item) {
+      readPortList(group.item.portList, *items.insert(items.end(), std::move(item)));
+    } else {
+      readPortList(group.item.portList, item);
+      mergeItem(item, items.back());
+    }
+  }
+  return items;
 }
 
 }  // namespace orvane

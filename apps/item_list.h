@@ -3,25 +3,37 @@
 #ifndef ORVANE_APPS_ITEM_LIST_H_
 #define ORVANE_APPS_ITEM_LIST_H_
 
+#include <cstddef>
+#include <span>
 #include <vector>
 
+#include "apps/application_fields.h"
 #include "orvane/application.h"
 
 namespace orvane {
 
-using LateItems = std::vector<OrvanePortMapping>;
+// Adds an item, or its ports and ranges to the item with its address; returns the item held.
+OrvanePortMapping* addItem(OrvanePortMapping item, OrvaneItems& items);
 
-// Adds the ports and ranges of an item to the one with its address.
-void mergeItem(const OrvanePortMapping& item, OrvanePortMapping& held);
+// Adds the items of another list.
+void addItems(OrvaneItems more, OrvaneItems& items);
 
-// Adds a copy of the item, or merges it into the one with its address; returns the item held.
-OrvanePortMapping* addItem(const OrvanePortMapping& item, OrvaneItems& items);
+// Reads an item.
+OrvanePortMapping readItem(const ItemFields& fields);
 
-// Adds the items of another list; both are walked once when there are many.
-void addItems(const OrvaneItems& more, OrvaneItems& items);
+// What a group of a section text says: which application it belongs to, and what its item is.
+struct ItemGroup {
+  std::size_t application = 0;
+  ItemFields item;
+};
 
-// Adds items in the order in which they stand, all at once.
-void addLate(LateItems late, OrvaneItems& items);
+// Puts the groups of that many applications in order of application and address; those with the
+// same stay in their order.
+void order(std::vector<ItemGroup>& groups, std::size_t applications);
+
+// The items of groups that are in order and belong to one application, those with one address
+// united.
+OrvaneItems readItems(std::span<const ItemGroup> groups);
 
 }  // namespace orvane
 

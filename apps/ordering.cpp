@@ -3,24 +3,10 @@
 #include "apps/application_fields.h"
 
 namespace orvane {
-namespace {
-
-// The first pair of items that can be told apart decides, each side by what it asks first.
-Order compareItemLists(const OrvaneItems& a, const OrvaneItems& b) {
-  const auto* x = a.begin();
-  const auto* y = b.begin();
-  for (; x != a.end() && y != b.end(); ++x, ++y) {
-    const Order order = compareItems(*x, *y);
-    if (order.less || order.greater) return order;
-  }
-  return {.less = y != b.end(), .greater = x != a.end()};
-}
-
-}  // namespace
 
 Order compareNamesAndItems(const OrvaneApplication& a, const OrvaneApplication& b) {
   const int names = nameOf(a).compare(nameOf(b));
-  const Order items = compareItemLists(a.items, b.items);
+  const Order items = compareSequences(a.items, b.items, compareItems);
   return {.less = names < 0 || items.less, .greater = names > 0 || items.greater};
 }
 

@@ -14,7 +14,7 @@ namespace {
 // Takes those UPIDs that the catalogue has an entry for, or those that it has none for.
 void sift(std::span<const OrvaneAppInfo> entries, const std::vector<unsigned int>& upids,
           bool known, std::vector<unsigned int>& result) {
-  const auto found = orvane::firstByUpid<OrvaneAppInfo>(upids, entries);
+  const auto found = orvane::firstByUpid(std::span(upids), entries);
   std::vector<unsigned int> taken(upids.size());  // `result` may be the list of UPIDs itself
   std::size_t count = 0;  // what is not taken is overwritten, which needs no branch
   for (std::size_t i = 0; i < upids.size(); ++i) {
@@ -39,7 +39,7 @@ bool OrvaneAppInfoArray::addChecked(std::span<const unsigned char> record) {
   const auto fields = orvane::AppInfoRecord::split(record);
   if (!fields) return false;
   if (fields->isIgnored()) return true;
-  OrvaneAppInfo entry;  // the record may be the text of an entry, which moves when one is added
+  OrvaneAppInfo entry;
   orvane::readFields(*fields, entry);
   entries.push_back(std::move(entry));
   return true;
@@ -69,29 +69,18 @@ unsigned short OrvaneAppInfoArray::getNumPortType(tagAppInfoPortType type) const
 }
 
 void OrvaneAppInfoArray::getPortList(std::vector<unsigned short>& ports) const {
-  ports.clear();
+  std::vector<unsigned short> listed;
   for (const OrvaneAppInfo& entry : entries) {
-    for (const OrvanePort& port : orvane::AppInfoAccess::ports(entry)) {
+    for (const OrvanePort& port : entry.getPortSet()) {
       const auto [first, last] = orvane::numbersOf(port);
       if (first > last) continue;
-      const std::size_t listed = ports.size();
-      ports.resize(listed + (last - first + 1));
-      std::iota(ports.data() + listed, ports.data() + ports.size(),
+      const std::size_t before = listed.size();
+      listed.resize(before + (last - first + 1));
+      std::iota(listed.data() + before, listed.data() + listed.size(),
                 static_cast<unsigned short>(first));
     }
   }
-}
-
-char* OrvaneAppInfoArray::getPorts() const {
-  static std::string text;
-  orvane::TextBuilder out(text);
-  for (const OrvaneAppInfo& entry : entries) {
-    for (const OrvanePort& port : orvane::AppInfoAccess::ports(entry)) {
-      orvane::appendNumbers(out, orvane::numbersOf(port));
-    }
-  }
-  orvane::endNumbers(out);
-  return out.finish().data();
+  ports.swap(listed);
 }
 
 void OrvaneAppInfoArray::getUnknownPortList(const std::vector<unsigned int>& upids,

@@ -1,3 +1,8 @@
+// The texts of a catalogue.
+
+#include <span>
+#include <utility>
+
 #include "catalogue/app_info_fields.h"
 #include "catalogue/app_info_writer.h"
 #include "catalogue/first_by_upid.h"
@@ -6,86 +11,152 @@
 
 namespace {
 
-// Writes entries into an operation's own string.
-template <typename Append>
-char* writeEntries(std::string& text, bool terminate, Append append) {
-  orvane::AppInfoWriter writer(text, terminate);
-  append(writer);
-  writer.publish();
-  return text.data();
+using orvane::AppInfoWriter;
+using orvane::Result;
+using orvane::TextOut;
+
+using Entries = std::vector<OrvaneAppInfo>;
+using Upids = std::vector<unsigned int>;
+
+void writeEntries(TextOut& out, const Entries& entries, bool terminate) {
+  AppInfoWriter writer(out, terminate);
+  for (const OrvaneAppInfo& entry : entries) writer.append(entry);
 }
 
-// Writes an entry with the ports of its application added.
-void appendMerged(orvane::AppInfoWriter& writer, const OrvaneAppInfo& entry,
-                  const OrvaneApplication& application) {
-  const orvane::PortSet& ports = orvane::AppInfoAccess::ports(entry);
+void writeSelection(TextOut& out, const Entries& entries, const Upids& upids, bool terminate) {
+  AppInfoWriter writer(out, terminate);
+  for (const OrvaneAppInfo* entry : orvane::firstByUpid(upids, entries)) {
+    if (entry != nullptr) writer.append(*entry);
+  }
+}
+
+// An entry with the ports of its application added.
+void writeMergedEntry(AppInfoWriter& writer, const OrvaneAppInfo& entry,
+                      const OrvaneApplication& application) {
   const OrvanePortMapping* const source = orvane::portSource(application);
   if (source == nullptr) {
-    writer.append(entry, ports, kOrvaneReservedMerged);
-  } else {
-    orvane::PortSet merged = ports;
-    orvane::addPorts(*source, merged);
-    writer.append(entry, merged, kOrvaneReservedMerged);
+    writer.append(entry, entry.getPortSet(), kOrvaneReservedMerged);
+    return;
   }
+  orvane::PortSet merged = entry.getPortSet();
+  orvane::addPorts(*source, merged);
+  writer.append(entry, merged, kOrvaneReservedMerged);
+}
+
+void writeMerged(TextOut& out, const Entries& entries, const OrvaneAppMapping& mapping,
+                 const Upids& upids, bool terminate) {
+  AppInfoWriter writer(out, terminate);
+  const auto known = orvane::firstByUpid(upids, entries);
+  const auto applications = orvane::firstByUpid(upids, mapping);
+  for (std::size_t i = 0; i < upids.size(); ++i) {
+    if (known[i] == nullptr) continue;
+    if (applications[i] != nullptr) {
+      writeMergedEntry(writer, *known[i], *applications[i]);
+    } else {
+      writer.append(*known[i]);
+    }
+  }
+}
+
+// The entries that are made from the applications with these UPIDs.
+Entries entriesOf(const OrvaneAppMapping& mapping, const Upids& upids) {
+  Entries made;
+  for (const OrvaneApplication* application : orvane::firstByUpid(upids, mapping)) {
+    if (application == nullptr) continue;
+    OrvaneAppInfo& entry = made.emplace_back();
+    entry = *application;
+    entry.setReserved1(kOrvaneReservedAdded);
+  }
+  return made;
+}
+
+void writeAll(TextOut& out, const Entries& entries, const Entries& made, bool terminate) {
+  writeEntries(out, entries, terminate);
+  writeEntries(out, made, terminate);
+}
+
+void writeNumbers(TextOut& out, const Entries& entries) {
+  const std::size_t begin = out.size();
+  for (const OrvaneAppInfo& entry : entries) {
+    for (const OrvanePort& port : entry.getPortSet()) {
+      orvane::writeNumbers(out, orvane::numbersOf(port));
+    }
+  }
+  orvane::endNumbers(out, begin);
 }
 
 }  // namespace
 
-void OrvaneAppInfoArray::setSection(const char* text) {
-  const orvane::HeldText held(orvane::viewOf(text), entries.data(), entries.size());
+void OrvaneAppInfoArray::setSection(const char* text) { setSection(orvane::viewOf(text)); }
+
+void OrvaneAppInfoArray::setSection(std::string_view text) {
   const orvane::AppInfoKeys keys = orvane::currentKeys();
-  orvane::SectionLines lines(held.view());
-  const orvane::TextGrowth growth(entries.size(), lines.left());
-  orvane::AppInfoGroup group(keys);
-  while (group.read(lines)) {
-    growth.makeRoom(entries, lines.left());
-    orvane::readFields(group, entries.emplace_back());
+  orvane::SectionLines lines(text);
+  std::vector<OrvaneAppInfo> read;
+  for (orvane::AppInfoGroup group(keys); group.read(lines);) {
+    orvane::readFields(group, read.emplace_back());
   }
+  orvane::appendAll(read, entries);
 }
 
 char* OrvaneAppInfoArray::getSection(bool terminate) const {
-  static std::string text;
-  return writeEntries(text, terminate, [this](orvane::AppInfoWriter& writer) {
-    for (const OrvaneAppInfo& entry : entries) writer.append(entry);
-  });
+  return orvane::publishText(Result::kCatalogueSection, writeEntries, entries, terminate);
+}
+
+void OrvaneAppInfoArray::appendSection(std::string& to, bool terminate) const {
+  orvane::append(to, writeEntries, entries, terminate);
 }
 
 char* OrvaneAppInfoArray::getSection(const std::vector<unsigned int>& upids, bool terminate) const {
-  static std::string text;
-  return writeEntries(text, terminate, [&](orvane::AppInfoWriter& writer) {
-    for (const OrvaneAppInfo* entry : orvane::firstByUpid<OrvaneAppInfo>(upids, entries)) {
-      if (entry != nullptr) writer.append(*entry);
-    }
-  });
+  return orvane::publishText(Result::kCatalogueSelection, writeSelection, entries, upids,
+                             terminate);
 }
+
+void OrvaneAppInfoArray::appendSection(std::string& to, const std::vector<unsigned int>& upids,
+                                       bool terminate) const {
+  orvane::append(to, writeSelection, entries, upids, terminate);
+}
+
+// Below, entries are appended once their text is written, when nothing can fail any more.
 
 char* OrvaneAppInfoArray::getAppMappingSection(const OrvaneAppMapping& mapping,
                                                const std::vector<unsigned int>& upids,
                                                bool terminate) {
-  for (const OrvaneApplication* application :
-       orvane::firstByUpid<OrvaneApplication>(upids, mapping)) {
-    if (application == nullptr) continue;
-    OrvaneAppInfo& entry = entries.emplace_back();
-    entry = *application;
-    entry.setReserved1(kOrvaneReservedAdded);
-  }
-  return getSection(terminate);
+  Entries made = entriesOf(mapping, upids);
+  orvane::makeRoom(entries, made.size());
+  char* const text =
+      orvane::publishText(Result::kCatalogueSection, writeAll, entries, made, terminate);
+  orvane::appendAll(made, entries);
+  return text;
+}
+
+void OrvaneAppInfoArray::appendAppMappingSection(std::string& to, const OrvaneAppMapping& mapping,
+                                                 const std::vector<unsigned int>& upids,
+                                                 bool terminate) {
+  Entries made = entriesOf(mapping, upids);
+  orvane::makeRoom(entries, made.size());
+  orvane::append(to, writeAll, entries, made, terminate);
+  orvane::appendAll(made, entries);
 }
 
 char* OrvaneAppInfoArray::getMergedAppMappingSection(const OrvaneAppMapping& mapping,
                                                      const std::vector<unsigned int>& upids,
                                                      bool terminate) const {
-  static std::string text;
-  return writeEntries(text, terminate, [&](orvane::AppInfoWriter& writer) {
-    const auto known = orvane::firstByUpid<OrvaneAppInfo>(upids, entries);
-    const auto applications = orvane::firstByUpid<OrvaneApplication>(upids, mapping);
-    for (std::size_t i = 0; i < upids.size(); ++i) {
-      if (known[i] == nullptr) continue;
-      if (applications[i] != nullptr) {
-        appendMerged(writer, *known[i], *applications[i]);
-      } else {
-        writer.append(*known[i]);
-      }
-    }
-  });
+  return orvane::publishText(Result::kCatalogueMerged, writeMerged, entries, mapping, upids,
+                             terminate);
+}
+
+void OrvaneAppInfoArray::appendMergedAppMappingSection(std::string& to,
+                                                       const OrvaneAppMapping& mapping,
+                                                       const std::vector<unsigned int>& upids,
+                                                       bool terminate) const {
+  orvane::append(to, writeMerged, entries, mapping, upids, terminate);
+}
+
+char* OrvaneAppInfoArray::getPorts() const {
+  return orvane::publishText(Result::kCataloguePorts, writeNumbers, entries);
+}
+
+void OrvaneAppInfoArray::appendPorts(std::string& to) const {
+  orvane::append(to, writeNumbers, entries);
 }

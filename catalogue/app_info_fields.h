@@ -1,4 +1,4 @@
-// The fields of a catalogue entry, as records, section groups and setters give them.
+// The fields of a catalogue entry, as records and section groups give them.
 
 #ifndef ORVANE_CATALOGUE_APP_INFO_FIELDS_H_
 #define ORVANE_CATALOGUE_APP_INFO_FIELDS_H_
@@ -6,15 +6,13 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <iterator>
 #include <set>
 #include <string_view>
 
 #include "orvane/app_info.h"
-#include "ports/port_list.h"
 #include "ports/record.h"
 #include "ports/section_lines.h"
-#include "ports/text.h"
+#include "ports/text_in.h"
 
 namespace orvane {
 
@@ -36,15 +34,10 @@ using AppInfoRecord = Record<kAppInfoFields>;
 using AppInfoGroup = SectionGroup<kAppInfoFields>;
 using AppInfoKeys = std::array<std::string_view, kAppInfoFields>;
 
-using PortSet = std::set<OrvanePort>;
+// The size of the field that getFQN() gives.
+inline constexpr std::size_t kFqnRoom = 128;
 
-// The way to what an entry itself hands out as texts only.
-struct AppInfoAccess {
-  static PortSet& ports(OrvaneAppInfo& entry) { return entry.ports; }
-  static const PortSet& ports(const OrvaneAppInfo& entry) { return entry.ports; }
-  static auto& fqn(OrvaneAppInfo& entry) { return entry.fqn; }
-  static const auto& fqn(const OrvaneAppInfo& entry) { return entry.fqn; }
-};
+using PortSet = std::set<OrvanePort>;
 
 // The keys that are in force.
 inline AppInfoKeys currentKeys() {
@@ -53,42 +46,21 @@ inline AppInfoKeys currentKeys() {
   return keys;
 }
 
-inline std::string_view fqnOf(const OrvaneAppInfo& entry) {
-  return fieldText(AppInfoAccess::fqn(entry));
-}
-
-// Takes as much of `text`, which may be a part of the name itself, as the field holds.
-inline void readFqn(std::string_view text, OrvaneAppInfo& entry) {
-  auto& fqn = AppInfoAccess::fqn(entry);
-  const std::string_view taken = text.substr(0, sizeof fqn - 1);
-  std::char_traits<char>::move(fqn, taken.data(), taken.size());
-  fqn[taken.size()] = '\0';
-}
-
-inline void readPorts(std::string_view text, OrvaneAppInfo& entry) {
-  PortSet& ports = AppInfoAccess::ports(entry);
-  ports.clear();
-  for (PortListItem item; nextItem(text, item);) {
-    OrvanePort port;
-    setPort(item, port);
-    ports.insert(ports.end(), port);
-  }
-}
-
 // Sets the fields that a record, which holds every text, or a group, which may lack some, gives.
+// The ports come first: all else needs no memory.
 template <typename Fields>
 void readFields(const Fields& fields, OrvaneAppInfo& entry) {
   const auto number = [&](AppInfoField field) { return readNumber(fields[field]); };
+  if (fields.holds(kEntryPortRange)) entry.setPorts(fields[kEntryPortRange]);
   if (fields.holds(kEntryVersion)) entry.setVersion(number(kEntryVersion));
   if (fields.holds(kEntryPortType)) {
     entry.setPortType(static_cast<tagAppInfoPortType>(readSigned(fields[kEntryPortType])));
   }
   if (fields.holds(kEntryUpid)) entry.setUPID(number(kEntryUpid));
-  if (fields.holds(kEntryPortRange)) readPorts(fields[kEntryPortRange], entry);
   if (fields.holds(kEntryReserved1)) entry.setReserved1(number(kEntryReserved1));
   if (fields.holds(kEntryReserved2)) entry.setReserved2(number(kEntryReserved2));
   if (fields.holds(kEntryReserved3)) entry.setReserved3(number(kEntryReserved3));
-  if (fields.holds(kEntryFqn)) readFqn(fields[kEntryFqn], entry);
+  if (fields.holds(kEntryFqn)) entry.setFQN(fields[kEntryFqn]);
 }
 
 // The item whose ports an application lends to its entry, or null: its only one, if that has no
@@ -99,18 +71,7 @@ inline const OrvanePortMapping* portSource(const OrvaneApplication& application)
 }
 
 // Adds the ports and then the ranges of an item.
-inline void addPorts(const OrvanePortMapping& item, PortSet& ports) {
-  for (const unsigned int number : item.getPorts()) {
-    OrvanePort port;
-    port = number;
-    ports.insert(ports.end(), port);
-  }
-  for (const OrvanePortRange& range : item.getRanges()) {
-    OrvanePort port;
-    port = range;
-    ports.insert(ports.end(), port);
-  }
-}
+void addPorts(const OrvanePortMapping& item, PortSet& ports);
 
 }  // namespace orvane
 

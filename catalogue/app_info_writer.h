@@ -6,69 +6,67 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <optional>
+#include <cstring>
 #include <string>
 #include <string_view>
 
 #include "catalogue/app_info_fields.h"
 #include "orvane/app_info.h"
+#include "ports/port_list.h"
 #include "ports/range_list.h"
+#include "ports/text_out.h"
 
 namespace orvane {
 
-// Writes the texts of elements as a list text. Their own result strings, which each element
-// written replaces, are set once, at the end.
-class PortWriter {
+// A text that is written again and again: a short one by a copy of kRoom bytes, which takes no call
+// (a call for each key takes half as much again of writing a catalogue).
+class ShortText {
  public:
-  // The room for the texts of the elements.
-  static std::size_t room(const PortSet& ports) { return ports.size() * kRangeRoom; }
+  static constexpr std::size_t kRoom = 16;
 
-  // Writes the texts of the elements, joined by ",".
-  Pen write(Pen pen, const PortSet& ports);
+  ShortText() = default;
+  explicit ShortText(std::string_view text) : text_(text) { text.copy(head_.data(), kRoom); }
 
-  // Sets those result strings.
-  void publish() const;
+  std::size_t size() const { return text_.size(); }
+
+  // REQUIRES: room for it and kRoom more.
+  Pen write(Pen pen) const {
+    if (size() > kRoom) {
+      pen.put(std::string_view(text_));
+      return pen;
+    }
+    std::memcpy(pen.place(), head_.data(), kRoom);
+    return Pen(pen.place() + size());
+  }
 
  private:
-  std::uint32_t lastSingle_ = 0;  // 0: none
-  std::optional<Bounds> lastRange_;
+  std::string text_;
+  std::array<char, kRoom> head_{};
 };
 
-// Writes section texts of entries to a text. The result strings of the entry's own operations,
-// which each entry written replaces, are set once, at the end.
+// Writes section texts of entries, with the keys that are in force when it is made.
 class AppInfoWriter {
  public:
-  AppInfoWriter(std::string& text, bool terminate);
-  AppInfoWriter(const AppInfoWriter&) = delete;
-  AppInfoWriter& operator=(const AppInfoWriter&) = delete;
+  AppInfoWriter(TextOut& out, bool terminate);
 
   void append(const OrvaneAppInfo& entry) {
-    append(entry, AppInfoAccess::ports(entry), entry.getReserved1());
+    append(entry, entry.getPortSet(), entry.getReserved1());
   }
 
   // The same with other ports and another first reserved number than the entry's.
   void append(const OrvaneAppInfo& entry, const PortSet& ports, unsigned int reserved1);
 
-  // Finishes the text and sets those result strings; to be called last.
-  void publish();
-
  private:
-  // A part of the text.
-  struct Extent {
-    std::size_t begin = 0;
-    std::size_t end = 0;
-  };
-
-  TextBuilder out_;
+  TextOut& out_;
   bool terminate_;
   std::array<ShortText, kAppInfoFields> keys_;  // each with what stands before and after it
   std::size_t fieldsRoom_;
-  bool wrote_ = false;
-  Extent section_;
-  Extent ports_;
-  PortWriter portWriter_;
 };
+
+// The texts of the elements, joined by ",", by a pen of `out`, and the room for them.
+Pen writePorts(TextOut& out, Pen pen, const PortSet& ports);
+
+inline std::size_t portsRoom(const PortSet& ports) { return ports.size() * kRangeRoom; }
 
 // The numbers that an element stands for, none above 65535; none at all when start > end.
 inline Bounds numbersOf(const OrvanePort& port) {
@@ -77,8 +75,8 @@ inline Bounds numbersOf(const OrvanePort& port) {
 }
 
 // Appends the numbers to a list, a "," after each; and takes back the last one.
-void appendNumbers(TextBuilder& out, Bounds numbers);
-void endNumbers(TextBuilder& out);
+void writeNumbers(TextOut& out, Bounds numbers);
+void endNumbers(TextOut& out, std::size_t begin);
 
 }  // namespace orvane
 

@@ -5,7 +5,8 @@
 #include <utility>
 
 #include "ports/section_lines.h"
-#include "ports/text.h"
+#include "ports/text_in.h"
+#include "ports/text_out.h"
 
 bool IniKeyLess::operator()(std::string_view a, std::string_view b) const {
   return std::ranges::lexicographical_compare(a, b, {}, orvane::foldCase, orvane::foldCase);
@@ -15,28 +16,40 @@ OrvaneIni::OrvaneIni(const char* text) { setSection(text); }
 
 OrvaneIni::~OrvaneIni() = default;
 
-void OrvaneIni::setSection(const char* text) {
-  sections.clear();
-  orvane::SectionLines lines(orvane::viewOf(text));
+OrvaneIni::OrvaneIni(std::string_view text) { setSection(text); }
+
+void OrvaneIni::setSection(const char* text) { setSection(orvane::viewOf(text)); }
+
+void OrvaneIni::setSection(std::string_view text) {
+  std::vector<IniSection> read;
+  orvane::SectionLines lines(text);
   IniSection current;
   for (auto line = lines.next(); line != orvane::SectionLine::kEnd; line = lines.next()) {
     if (line == orvane::SectionLine::kPair) {
       current.try_emplace(std::string(lines.key()), lines.value());
     } else {
-      sections.push_back(std::exchange(current, {}));
+      read.push_back(std::exchange(current, {}));
     }
   }
+  sections.swap(read);
 }
 
 char* OrvaneIni::getSection(int index, bool terminate) const {
-  static std::string text;
+  std::string& text = orvane::resultText(orvane::Result::kIniSection);
+  std::string written;
+  appendSection(written, index, terminate);
+  text.swap(written);
+  return text.data();
+}
+
+void OrvaneIni::appendSection(std::string& to, int index, bool terminate) const {
   if (static_cast<std::size_t>(index) >= sections.size()) {
     throw std::out_of_range("invalid vector<T> subscript");
   }
-  text.clear();
+  std::string text;
   for (const auto& [key, value] : sections[static_cast<std::size_t>(index)]) {
     text.append(key).append("=").append(value).append("\n");
   }
   if (terminate) text.append(";\n");
-  return text.data();
+  to.append(text);
 }

@@ -5,28 +5,21 @@
 #include <limits>
 #include <vector>
 
+#include "counter/socket_of.h"
 #include "orvane/port_counter.h"
-#include "ports/port_numbers.h"
+#include "ports/port_bits.h"
 #include "ports/range_list.h"
-#include "ports/text.h"
+#include "ports/text_in.h"
 
 namespace {
 
 using orvane::Bounds;
+using orvane::socketOf;
 
 Bounds boundsOf(Bounds bounds) { return bounds; }
 Bounds boundsOf(const OrvanePortRange& range) { return {range.getStart(), range.getEnd()}; }
 
 constexpr unsigned int kHighestEnd = std::numeric_limits<unsigned int>::max();
-
-// A socket to look up: with a port number, or with a range and the port number 0.
-template <typename Port>
-OrvaneSock socketOf(unsigned int address, const Port& port) {
-  OrvaneSock socket;
-  socket.address = address;
-  socket.port = port;
-  return socket;
-}
 
 // The sockets of one address, or of all.
 struct Sockets {
@@ -53,9 +46,7 @@ Bounds carriedBounds(const OrvaneSock& socket) {
 }
 
 bool containsAny(const std::set<unsigned short>& ports, Bounds range) {
-  if (range.start > orvane::kMaxPort) return false;
-  const auto port = ports.lower_bound(static_cast<unsigned short>(range.start));
-  return port != ports.end() && *port <= range.end;
+  return orvane::firstInside(ports, range) != ports.end();
 }
 
 bool overlapsAny(const std::set<OrvanePortRange>& ranges, const OrvanePortRange& range) {
@@ -65,16 +56,28 @@ bool overlapsAny(const std::set<OrvanePortRange>& ranges, const OrvanePortRange&
                      [&](const OrvanePortRange& element) { return element.overlap(range); });
 }
 
-bool meetsAny(const OrvanePortRange& range, Sockets sockets) {
-  const OrvanePort* lastRead = nullptr;
-  const bool meets = std::ranges::any_of(sockets, [&](const OrvaneSock& socket) {
+// What comparing a range with sockets, one by one up to the first that it meets, comes to.
+struct Comparison {
+  bool meets = false;
+  const OrvanePort* lastRead = nullptr;  // the last port whose range was read from its text
+};
+
+Comparison compare(const OrvanePortRange& range, Sockets sockets) {
+  Comparison result;
+  result.meets = std::ranges::any_of(sockets, [&](const OrvaneSock& socket) {
     if (range.isInRange(socket.port.getPort())) return true;
-    lastRead = &socket.port;
+    result.lastRead = &socket.port;
     const auto [start, end] = carriedBounds(socket);
     return range.overlap(OrvanePortRange(start, end));
   });
-  if (lastRead != nullptr) lastRead->getRange();  // replaces its text as reading each did
-  return meets;
+  return result;
+}
+
+// The same, with the text of getRange() replaced as reading each did.
+bool compareAndPublish(const OrvanePortRange& range, Sockets sockets) {
+  const Comparison result = compare(range, sockets);
+  if (result.lastRead != nullptr) result.lastRead->getRange();
+  return result.meets;
 }
 
 bool containsPort(const std::set<unsigned short>& ports, unsigned int number) {
@@ -92,7 +95,7 @@ bool isFoundByAny(const std::set<unsigned short>& ports, const OrvaneSock& socke
 
 // All that a range can meet in sockets, by end: their port numbers and the ranges they carry.
 std::vector<Bounds> boundsByEnd(Sockets sockets) {
-  orvane::PortNumbers numbers;
+  orvane::PortBits numbers;
   std::vector<Bounds> bounds;
   Bounds carried{1, 0};  // unlike any: what sockets carry is in order
   for (const OrvaneSock& socket : sockets) {
@@ -159,17 +162,58 @@ auto findFirstDescending(const Set& set, Test test) {
 // So few ranges are compared with all sockets one by one: the sweep begins with more than that.
 constexpr std::size_t kFewRanges = 2;
 
-// Whether one of the ranges collides: `collides` is asked for each in descending order, `check`,
-// which also writes the texts, for the first that does. The ranges before that one have been
-// compared with all sockets.
-template <typename Collides, typename Check>
-bool checkFirst(const std::set<OrvanePortRange>& ranges, Sockets sockets, Collides collides,
-                Check check) {
-  const auto first = findFirstDescending(ranges, collides);
+using Ranges = std::set<OrvanePortRange>;
+
+// The first of the ranges, in order, that checkRange() holds for.
+Ranges::const_iterator firstColliding(const Ranges& ranges, const OrvanePortCounter& counter) {
+  if (ranges.size() <= kFewRanges) {
+    return std::ranges::find_if(
+        ranges, [&](const OrvanePortRange& range) { return counter.collides(range); });
+  }
+  const std::vector<Bounds> socketBounds = boundsByEnd(Sockets(counter.getSockets()));
+  DescendingSweep used(socketBounds, std::greater<>());
+  DescendingSweep registered(counter.getRanges(), std::greater_equal<>());
+  return findFirstDescending(ranges, [&](const OrvanePortRange& range) {
+    const Bounds bounds = boundsOf(range);
+    return used.meets(bounds) || registered.meets(bounds) ||
+           containsAny(counter.getPorts(), bounds);
+  });
+}
+
+// The first of the ranges, in order, that checkSocket() or sockOverlap() holds for.
+Ranges::const_iterator firstColliding(const Ranges& ranges, const OrvanePortCounter& counter,
+                                      unsigned int address, Sockets used) {
+  if (used.first == used.last) return ranges.end();
+  if (ranges.size() <= kFewRanges) {
+    return std::ranges::find_if(ranges, [&](const OrvanePortRange& range) {
+      return counter.checkSocket(address, range) || compare(range, used).meets;
+    });
+  }
+  // Sockets that stand for a range come last.
+  const bool standForRanges = std::prev(used.last)->port.getPort() == 0;
+  const std::vector<Bounds> usedBounds = boundsByEnd(used);
+  DescendingSweep sweep(usedBounds, std::greater<>());
+  return findFirstDescending(ranges, [&](const OrvanePortRange& range) {
+    return sweep.meets(boundsOf(range)) || (standForRanges && counter.checkSocket(address, range));
+  });
+}
+
+// Whether `first` is one of the ranges. Replaces the text of getRange() as comparing those before
+// it with all sockets, and then itself by `check`, does.
+template <typename Check>
+bool publishFirst(const Ranges& ranges, Ranges::const_iterator first, Sockets sockets,
+                  Check check) {
   if (first != ranges.begin() && sockets.first != sockets.last) {
-    std::prev(sockets.last)->port.getRange();  // replaces its text, as comparing did
+    std::prev(sockets.last)->port.getRange();
   }
   return first != ranges.end() && check(*first);
+}
+
+// Whether checkSocket() or sockOverlap() holds for one of the ports.
+bool collidesAny(const std::set<unsigned short>& ports, Sockets used) {
+  return !ports.empty() && std::ranges::any_of(used, [&](const OrvaneSock& socket) {
+    return isFoundByAny(ports, socket);
+  });
 }
 
 }  // namespace
@@ -187,21 +231,22 @@ unsigned short OrvanePortCounter::checkPorts(const std::set<unsigned short>& por
 }
 
 bool OrvanePortCounter::overlap(const OrvanePortRange& range) const {
-  return meetsAny(range, Sockets(sockets)) || containsAny(ports, boundsOf(range)) ||
+  return compareAndPublish(range, Sockets(sockets)) || containsAny(ports, boundsOf(range)) ||
+         overlapsAny(ranges, range);
+}
+
+bool OrvanePortCounter::collides(const OrvanePortRange& range) const noexcept {
+  return compare(range, Sockets(sockets)).meets || containsAny(ports, boundsOf(range)) ||
          overlapsAny(ranges, range);
 }
 
 bool OrvanePortCounter::checkRanges(const std::set<OrvanePortRange>& rangeSet) const {
-  const auto check = [this](const OrvanePortRange& range) { return checkRange(range); };
-  if (rangeSet.size() <= kFewRanges) return std::ranges::any_of(rangeSet, check);
-  const std::vector<Bounds> socketBounds = boundsByEnd(Sockets(sockets));
-  DescendingSweep used(socketBounds, std::greater<>());
-  DescendingSweep registered(ranges, std::greater_equal<>());
-  const auto collides = [&](const OrvanePortRange& range) {
-    const Bounds bounds = boundsOf(range);
-    return used.meets(bounds) || registered.meets(bounds) || containsAny(ports, bounds);
-  };
-  return checkFirst(rangeSet, Sockets(sockets), collides, check);
+  return publishFirst(rangeSet, firstColliding(rangeSet, *this), Sockets(sockets),
+                      [this](const OrvanePortRange& range) { return checkRange(range); });
+}
+
+bool OrvanePortCounter::collides(const std::set<OrvanePortRange>& rangeSet) const {
+  return firstColliding(rangeSet, *this) != rangeSet.end();
 }
 
 bool OrvanePortCounter::checkSocket(unsigned int address, unsigned short port) const {
@@ -219,29 +264,28 @@ bool OrvanePortCounter::sockOverlap(unsigned int address, unsigned int port) con
 }
 
 bool OrvanePortCounter::sockOverlap(unsigned int address, const OrvanePortRange& range) const {
-  return meetsAny(range, Sockets(sockets, address));
+  return compareAndPublish(range, Sockets(sockets, address));
+}
+
+bool OrvanePortCounter::collides(unsigned int address,
+                                 const OrvanePortRange& range) const noexcept {
+  return compare(range, Sockets(sockets, address)).meets;
 }
 
 bool OrvanePortCounter::checkSocket(unsigned int address, const OrvanePortMapping& mapping,
                                     bool /*flag*/) const {
   const Sockets used(sockets, address);
-  const auto isFound = [&](const OrvaneSock& socket) {
-    return isFoundByAny(mapping.getPorts(), socket);
-  };
-  if (!mapping.getPorts().empty() && std::ranges::any_of(used, isFound)) return true;
-
   const std::set<OrvanePortRange>& wanted = mapping.getRanges();
-  const auto check = [&](const OrvanePortRange& range) {
-    return checkSocket(address, range) || sockOverlap(address, range);
-  };
-  if (wanted.size() <= kFewRanges) return std::ranges::any_of(wanted, check);
-  if (used.first == used.last) return false;
-  // Sockets that stand for a range come last.
-  const bool standForRanges = std::prev(used.last)->port.getPort() == 0;
-  const std::vector<Bounds> usedBounds = boundsByEnd(used);
-  DescendingSweep sweep(usedBounds, std::greater<>());
-  const auto collides = [&](const OrvanePortRange& range) {
-    return sweep.meets(boundsOf(range)) || (standForRanges && checkSocket(address, range));
-  };
-  return checkFirst(wanted, used, collides, check);
+  return collidesAny(mapping.getPorts(), used) ||
+         publishFirst(wanted, firstColliding(wanted, *this, address, used), used,
+                      [&](const OrvanePortRange& range) {
+                        return checkSocket(address, range) || sockOverlap(address, range);
+                      });
+}
+
+bool OrvanePortCounter::collides(unsigned int address, const OrvanePortMapping& mapping) const {
+  const Sockets used(sockets, address);
+  const std::set<OrvanePortRange>& wanted = mapping.getRanges();
+  return collidesAny(mapping.getPorts(), used) ||
+         firstColliding(wanted, *this, address, used) != wanted.end();
 }

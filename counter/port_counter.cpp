@@ -1,65 +1,96 @@
 #include "orvane/port_counter.h"
 
-#include <cstdint>
-
+#include "counter/socket_of.h"
 #include "ports/port_list.h"
-#include "ports/text.h"
+#include "ports/text_in.h"
+#include "ports/text_out.h"
+
+namespace {
+
+using orvane::Pen;
+using orvane::Result;
+using orvane::TextOut;
+
+void writeUsed(TextOut& out, const OrvanePortCounter& used) {
+  constexpr std::size_t kSocketRoom = orvane::kAddressRoom + orvane::kNumberRoom + sizeof ": ,";
+  Pen pen =
+      out.pen(used.getSockets().size() * kSocketRoom + used.getPorts().size() * orvane::kPortRoom +
+              used.getRanges().size() * orvane::kRangeRoom);
+  const char* const begin = pen.place();
+  for (const OrvaneSock& socket : used.getSockets()) {
+    pen = orvane::writeAddress(pen, socket.address);
+    pen.put(':');
+    const char* const number = pen.place();
+    pen.putNumber(socket.port.getPort());
+    out.note(Result::kPortStr, number, pen.place());
+    pen.put(std::string_view(" ,"));
+  }
+  for (const unsigned short port : used.getPorts()) pen = orvane::writePort(pen, port);
+  for (const OrvanePortRange& range : used.getRanges()) {
+    const char* const text = pen.place();
+    pen = orvane::writeRange(pen, range);
+    out.note(Result::kRange, text, pen.place());
+    pen.put(',');
+  }
+  pen.endList(begin);
+  out.putDown(pen);
+}
+
+}  // namespace
 
 OrvaneSock::~OrvaneSock() = default;
 
 OrvanePortCounter::~OrvanePortCounter() = default;
 
-// Each element is inserted after the one before it, which is found in constant time.
-void OrvanePortCounter::add(const char* text) {
-  const orvane::PortListContent list(orvane::viewOf(text));
-  auto port = ports.begin();
-  list.ports.forEach([&](std::uint16_t number) { port = ports.insert(port, number); });
-  auto place = ranges.begin();
-  list.ranges.forEach([&](std::uint32_t start, std::uint32_t end) {
-    place = ranges.emplace_hint(place, start, end);
-  });
+void OrvanePortCounter::add(const char* text) { add(orvane::viewOf(text)); }
+
+void OrvanePortCounter::add(std::string_view text) {
+  tagPortMapping more;
+  orvane::readPortList(text, more);
+  orvane::splice(more.ports, ports);
+  orvane::splice(more.ranges, ranges);
 }
 
-void OrvanePortCounter::remove(const char* text) {
-  const orvane::PortListContent list(orvane::viewOf(text));
-  list.ports.forEach([&](std::uint16_t number) { ports.erase(number); });
-  list.ranges.forEach(
-      [&](std::uint32_t start, std::uint32_t end) { ranges.erase(OrvanePortRange(start, end)); });
+void OrvanePortCounter::add(const std::set<unsigned short>& more) {
+  std::set<unsigned short> copy = more;
+  orvane::splice(copy, ports);
+}
+
+void OrvanePortCounter::add(const std::set<OrvanePortRange>& more) {
+  std::set<OrvanePortRange> copy = more;
+  orvane::splice(copy, ranges);
+}
+
+void OrvanePortCounter::remove(const char* text) { remove(orvane::viewOf(text)); }
+
+void OrvanePortCounter::remove(std::string_view text) {
+  tagPortMapping list;
+  orvane::readPortList(text, list);
+  for (const unsigned short port : list.ports) ports.erase(port);
+  for (const OrvanePortRange& range : list.ranges) ranges.erase(range);
 }
 
 void OrvanePortCounter::addSocket(unsigned int address, const char* text) {
-  const orvane::PortListContent list(orvane::viewOf(text));
-  OrvaneSock socket;
-  socket.address = address;
+  addSocket(address, orvane::viewOf(text));
+}
+
+void OrvanePortCounter::addSocket(unsigned int address, std::string_view text) {
+  orvane::FlatPortList list;
+  list.read(text);
   auto place = sockets.end();
-  list.ports.forEach([&](std::uint16_t number) {
-    socket.port = number;
-    place = sockets.insert(place, socket);
-  });
+  list.ports.forEach(
+      [&](unsigned int port) { place = sockets.insert(place, orvane::socketOf(address, port)); });
+}
+
+void OrvanePortCounter::addSocket(unsigned int address, const std::set<unsigned short>& more) {
+  auto place = sockets.end();
+  for (const unsigned int port : more) {
+    place = sockets.insert(place, orvane::socketOf(address, port));
+  }
 }
 
 std::string& OrvanePortCounter::toString() const {
-  static std::string text;
-  constexpr std::size_t kSocketRoom = orvane::kAddressRoom + orvane::kNumberRoom + 3;
-  orvane::TextBuilder out(text);
-  orvane::Pen pen = out.pen(sockets.size() * kSocketRoom + ports.size() * orvane::kPortRoom +
-                            ranges.size() * orvane::kRangeRoom);
-  const char* const begin = pen.place();
-  for (const OrvaneSock& socket : sockets) {
-    pen = orvane::writeAddress(pen, socket.address);
-    pen.put(':');
-    pen.putNumber(socket.port.getPort());
-    pen.put(" ,");
-  }
-  for (const unsigned short port : ports) pen = orvane::writePort(pen, port);
-  for (const OrvanePortRange& range : ranges) {
-    pen = orvane::writeRange(pen, range);
-    pen.put(',');
-  }
-  pen.endList(begin);
-  out.putDown(pen);
-  // The texts of the elements are left as writing them one by one would leave them.
-  if (!sockets.empty()) sockets.rbegin()->port.getPortStr();
-  if (!ranges.empty()) ranges.rbegin()->getRange();
-  return out.finish();
+  return orvane::publish(Result::kCounter, writeUsed, *this);
 }
+
+void OrvanePortCounter::appendText(std::string& to) const { orvane::append(to, writeUsed, *this); }

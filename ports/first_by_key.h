@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "ports/salt.h"
+
 namespace orvane {
 
 // Which value came first with each 32-bit key: an open hash table without a node for each entry.
@@ -32,11 +34,8 @@ class FirstByKey {
 
   // Null when there is none.
   Value* find(std::uint32_t key) {
-    return const_cast<Value*>(static_cast<const FirstByKey*>(this)->find(key));
-  }
-  const Value* find(std::uint32_t key) const {
     if (slots_.empty()) return nullptr;
-    const Slot& slot = slots_[place(key)];
+    Slot& slot = slots_[place(key)];
     return slot.used ? &slot.value : nullptr;
   }
 
@@ -47,11 +46,10 @@ class FirstByKey {
     Value value;
   };
 
-  // Where the key is or belongs: at its hash, or in the first free slot after that. Multiplying
-  // spreads keys that follow each other; the upper bits of the product are the best spread.
+  // Where the key is or belongs: at its hash, or in the first free slot after that.
   std::size_t place(std::uint32_t key) const {
     const std::size_t mask = slots_.size() - 1;
-    std::size_t i = (key * std::uint64_t{0x9E3779B97F4A7C15} >> 32) & mask;
+    std::size_t i = spread(key ^ salt_) & mask;
     while (slots_[i].used && slots_[i].key != key) i = (i + 1) & mask;
     return i;
   }
@@ -64,6 +62,7 @@ class FirstByKey {
     }
   }
 
+  std::uint64_t salt_ = hashSalt();
   std::vector<Slot> slots_;  // a power of two of them, at most half of them used
   std::size_t size_ = 0;
 };

@@ -1,4 +1,4 @@
-// The growth of vectors that are filled from a text.
+// The growth of vectors to which many elements are added at once.
 
 #ifndef ORVANE_PORTS_GROWTH_H_
 #define ORVANE_PORTS_GROWTH_H_
@@ -9,28 +9,25 @@
 
 namespace orvane {
 
-// Makes room for one more element and, when it grows for that, for as many as the text will give if
-// it goes on as it began: large ones are moved less often, and little room is left over.
-class TextGrowth {
- public:
-  TextGrowth(std::size_t held, std::size_t textSize) : held_(held), textSize_(textSize) {}
-
-  // `left` is how much of the text is yet to be read.
-  template <typename Element>
-  void makeRoom(std::vector<Element>& elements, std::size_t left) const {
-    if (elements.size() < elements.capacity()) return;
-    const auto made = static_cast<double>(elements.size() - held_);
-    const auto read = static_cast<double>(textSize_ - left);
-    const auto more = static_cast<std::size_t>(made / read * static_cast<double>(left) * 1.02);
-    // What is known of the text bounds what is wasted when it goes on otherwise.
-    const std::size_t least = 16 + elements.size() / 8;
-    elements.reserve(elements.size() + std::clamp(more, least, 16 + 15 * elements.size()));
+// Makes room for more elements; in growing steps, since many small additions may follow each other.
+template <typename Element>
+void makeRoom(std::vector<Element>& elements, std::size_t more) {
+  const std::size_t needed = elements.size() + more;
+  if (needed > elements.capacity()) {
+    elements.reserve(std::max(needed, 2 * elements.capacity()));
   }
+}
 
- private:
-  std::size_t held_;  // how many elements there were before
-  std::size_t textSize_;
-};
+// Moves elements to the end of others: all or, when memory runs out, none.
+template <typename Element>
+void appendAll(std::vector<Element>& more, std::vector<Element>& elements) {
+  if (elements.empty()) {
+    elements.swap(more);
+    return;
+  }
+  makeRoom(elements, more.size());
+  for (Element& element : more) elements.push_back(std::move(element));
+}
 
 }  // namespace orvane
 

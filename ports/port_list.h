@@ -1,15 +1,18 @@
-// The port list text: reading it, writing it, and the result strings that writing one replaces.
+// The port list text: reading it into sets, and writing it.
 
 #ifndef ORVANE_PORTS_PORT_LIST_H_
 #define ORVANE_PORTS_PORT_LIST_H_
 
+#include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string_view>
 
 #include "orvane/port_mapping.h"
-#include "ports/port_numbers.h"
+#include "ports/port_bits.h"
 #include "ports/range_list.h"
-#include "ports/text.h"
+#include "ports/text_in.h"
+#include "ports/text_out.h"
 
 namespace orvane {
 
@@ -17,6 +20,8 @@ namespace orvane {
 struct PortListItem {
   RangeText range;
   std::uint32_t number = 0;
+
+  bool isPort() const { return !range.isRange() && number >= 1 && number <= kMaxPort; }
 };
 
 // Reads an item by the general rules.
@@ -42,39 +47,42 @@ inline bool nextItem(std::string_view& rest, PortListItem& item) {
   return next != token;
 }
 
-// Sets a port as its text does, given as a list item.
+// Set a range by its text, and a port by its text or by what a list item says.
+void setBounds(std::string_view text, OrvanePortRange& range);
 void setPort(const PortListItem& item, OrvanePort& port);
+inline void setPort(std::string_view text, OrvanePort& port) { setPort(readAnyItem(text), port); }
 
-// What a port list says: its ports, and its ranges merged.
-struct PortListContent {
-  PortListContent() = default;
-  explicit PortListContent(std::string_view text) { read(text); }
-
+// What a port list says, without a node for each item.
+struct FlatPortList {
   void add(const PortListItem& item);
   void read(std::string_view text);
 
-  PortNumbers ports;
+  PortBits ports;
   RangeList ranges;
 };
 
-// Replaces the ports and ranges of `mapping` by those of a port list text.
+// Reads what a port list says into the sets of a mapping.
+// REQUIRES: they are empty.
 void readPortList(std::string_view text, tagPortMapping& mapping);
 
-// The sorted port list text, and the room for it and one separator more.
-std::size_t portListRoom(const tagPortMapping& mapping);
-Pen writePortList(Pen pen, const tagPortMapping& mapping);
+// Moves all elements of an ordered set into another, except those that it has. Allocates nothing.
+template <typename Set>
+void splice(Set& from, Set& to) {
+  if (to.empty()) to.swap(from);
+  for (auto place = to.begin(); !from.empty();) {
+    place = to.insert(place, from.extract(from.begin()));
+  }
+}
 
-// "80,", and the room for it.
-inline constexpr std::size_t kPortRoom = 6;
+// "80,", "1000-2000" and one separator more.
+inline constexpr std::size_t kPortRoom = sizeof "65535,";
+inline constexpr std::size_t kRangeRoom = sizeof "4294967295-4294967295,";
 
 inline Pen writePort(Pen pen, unsigned short port) {
   pen.putNumber(port);
   pen.put(',');
   return pen;
 }
-
-// "1000-2000", and the room for it and one separator more.
-inline constexpr std::size_t kRangeRoom = 22;
 
 inline Pen writeRange(Pen pen, const OrvanePortRange& range) {
   pen.putNumber(range.getStart());
@@ -83,13 +91,11 @@ inline Pen writeRange(Pen pen, const OrvanePortRange& range) {
   return pen;
 }
 
-// Leaves the result strings of getPortsAsString(), sortPorts() and, when a range was written,
-// getRange() as writing this port list text one by one leaves them.
-void publishPortList(std::string_view text, const OrvanePortRange* lastRange);
+// The sorted port list text, by a pen of `out`, and the room for it.
+Pen writePortList(TextOut& out, Pen pen, const tagPortMapping& mapping);
 
-// The range of `mapping` that its port list text writes last in the set's order, or null.
-inline const OrvanePortRange* lastRangeOf(const tagPortMapping& mapping) {
-  return mapping.ranges.empty() ? nullptr : &*mapping.ranges.rbegin();
+inline std::size_t portListRoom(const tagPortMapping& mapping) {
+  return mapping.ports.size() * kPortRoom + mapping.ranges.size() * kRangeRoom;
 }
 
 }  // namespace orvane

@@ -5,23 +5,11 @@
 #include "ports/port_list.h"
 #include "ports/range_list.h"
 #include "ports/record.h"
-#include "ports/text.h"
+#include "ports/text_in.h"
 
 namespace {
 
 using MappingRecord = orvane::Record<4>;
-
-void readIp(std::string_view text, tagPortMapping& item) {
-  if (const auto address = orvane::readAddress(text)) item.ip.address = *address;
-}
-
-void readBlockNumber(std::string_view text, tagPortMapping& item) {
-  item.uniqueBlockNumber = orvane::readNumber(text);
-}
-
-void readSelectorInfo(std::string_view text, tagPortMapping& item) {
-  item.selectorInfo = static_cast<tagSelectorInfo>(orvane::readSigned(text));
-}
 
 }  // namespace
 
@@ -29,8 +17,9 @@ OrvanePortMapping::~OrvanePortMapping() = default;
 
 OrvanePortMapping& OrvanePortMapping::operator=(const OrvanePortMapping& other) {
   if (this == &other) return *this;
-  ports = other.ports;
-  ranges = other.ranges;
+  tagPortMapping copy(other);
+  ports.swap(copy.ports);
+  ranges.swap(copy.ranges);
   ip.address = other.ip.address;
   uniqueBlockNumber = other.uniqueBlockNumber;
   selectorInfo = other.selectorInfo;
@@ -38,30 +27,52 @@ OrvanePortMapping& OrvanePortMapping::operator=(const OrvanePortMapping& other) 
 }
 
 void OrvanePortMapping::setPorts(const char* text) {
-  if (text != nullptr) orvane::readPortList(text, *this);
+  if (text != nullptr) setPorts(std::string_view(text));
+}
+
+void OrvanePortMapping::setPorts(std::string_view text) {
+  tagPortMapping read;
+  orvane::readPortList(text, read);
+  ports.swap(read.ports);
+  ranges.swap(read.ranges);
 }
 
 void OrvanePortMapping::setNewPorts(const char* text) {
-  ports.clear();
-  setPorts(text);
+  if (text != nullptr) {
+    setPorts(text);
+  } else {
+    ports.clear();
+  }
 }
 
 void OrvanePortMapping::setIp(const char* text) {
-  if (text != nullptr) readIp(text, *this);
+  if (text != nullptr) setIp(std::string_view(text));
+}
+
+void OrvanePortMapping::setIp(std::string_view text) {
+  ip.address = orvane::readAddress(text).value_or(ip.address);
 }
 
 void OrvanePortMapping::setUniqueBlockNumber(const char* text) {
-  if (text != nullptr) readBlockNumber(text, *this);
+  if (text != nullptr) setUniqueBlockNumber(std::string_view(text));
+}
+
+void OrvanePortMapping::setUniqueBlockNumber(std::string_view text) {
+  uniqueBlockNumber = orvane::readNumber(text);
 }
 
 void OrvanePortMapping::setSelectorInfo(const char* text) {
-  if (text != nullptr) readSelectorInfo(text, *this);
+  if (text != nullptr) setSelectorInfo(std::string_view(text));
+}
+
+void OrvanePortMapping::setSelectorInfo(std::string_view text) {
+  selectorInfo = static_cast<tagSelectorInfo>(orvane::readSigned(text));
 }
 
 void OrvanePortMapping::setValues(const unsigned char* record) {
   try {
     setValuesChecked(MappingRecord::trusted(record));
-  } catch (...) {  // promised to the caller: what was set stays set, nothing is thrown
+  } catch (...) {  // promised to the caller: nothing is thrown
   }
 }
 
@@ -69,10 +80,10 @@ bool OrvanePortMapping::setValuesChecked(std::span<const unsigned char> record) 
   const auto fields = MappingRecord::split(record);
   if (!fields) return false;
   if (fields->isIgnored()) return true;
-  orvane::readPortList((*fields)[0], *this);
-  readIp((*fields)[1], *this);
-  readBlockNumber((*fields)[2], *this);
-  readSelectorInfo((*fields)[3], *this);
+  setPorts((*fields)[0]);
+  setIp((*fields)[1]);
+  setUniqueBlockNumber((*fields)[2]);
+  setSelectorInfo((*fields)[3]);
   return true;
 }
 
@@ -81,19 +92,4 @@ std::set<OrvanePortRange>::iterator OrvanePortMapping::addRange(const OrvanePort
   const auto position = orvane::addRange(ranges, range, covered);
   orvane::erasePorts(ports, covered);
   return position;
-}
-
-std::string& OrvanePortMapping::getIpAsString() const {
-  static std::string text;
-  orvane::TextBuilder out(text);
-  out.putDown(orvane::writeAddress(out.pen(orvane::kAddressRoom), ip.address));
-  return out.finish();
-}
-
-std::string& OrvanePortMapping::getMappingAsString() const {
-  static std::string text;
-  text.clear();
-  if (ip.address != 0) text.append(getIpAsString()).push_back(':');
-  text.append(getPortsAsString());
-  return text;
 }

@@ -1,12 +1,26 @@
 #include "orvane/port_range.h"
 
-#include <string>
-#include <tuple>
-
 #include "ports/port_list.h"
-#include "ports/text.h"
+#include "ports/text_in.h"
+#include "ports/text_out.h"
 
-OrvanePortRange::OrvanePortRange(const char* text) { OrvanePortRange::copy(text); }
+namespace {
+
+void writeText(orvane::TextOut& out, const OrvanePortRange& range) {
+  out.putDown(orvane::writeRange(out.pen(orvane::kRangeRoom), range));
+}
+
+void writePortStr(orvane::TextOut& out, const OrvanePort& port) {
+  orvane::Pen pen = out.pen(orvane::kNumberRoom);
+  pen.putNumber(port.getPort());
+  out.putDown(pen);
+}
+
+}  // namespace
+
+OrvanePortRange::OrvanePortRange(const char* text) : OrvanePortRange(orvane::viewOf(text)) {}
+
+OrvanePortRange::OrvanePortRange(std::string_view text) { orvane::setBounds(text, *this); }
 
 OrvanePortRange& OrvanePortRange::operator=(const OrvanePortRange& range) {
   copy(range);
@@ -16,11 +30,10 @@ OrvanePortRange& OrvanePortRange::operator=(const OrvanePortRange& range) {
 void OrvanePortRange::setRange(const char* text) { copy(text); }
 
 char* OrvanePortRange::getRange() const {
-  static std::string text;
-  orvane::TextBuilder out(text);
-  out.putDown(orvane::writeRange(out.pen(orvane::kRangeRoom), *this));
-  return out.finish().data();
+  return orvane::publishText(orvane::Result::kRange, writeText, *this);
 }
+
+void OrvanePortRange::appendRange(std::string& to) const { orvane::append(to, writeText, *this); }
 
 char* OrvanePortRange::getText() const { return getRange(); }
 
@@ -28,21 +41,22 @@ unsigned short OrvanePortRange::getNumPortsUsed() const {
   return static_cast<unsigned short>(end - start + 1);
 }
 
-bool OrvanePortRange::isRange(const char* text) {
-  return orvane::readRangeText(orvane::viewOf(text)).isRange();
+bool OrvanePortRange::isRange(const char* text) { return isRange(orvane::viewOf(text)); }
+
+bool OrvanePortRange::isRange(std::string_view text) {
+  return orvane::readRangeText(text).isRange();
 }
 
-void OrvanePortRange::copy(const char* text) {
-  const orvane::RangeText range = orvane::readRangeText(orvane::viewOf(text));
-  if (range.count > 0) std::tie(start, end) = range.bounds();
-}
+void OrvanePortRange::copy(const char* text) { orvane::setBounds(orvane::viewOf(text), *this); }
 
 void OrvanePortRange::copy(const OrvanePortRange& range) {
   start = range.start;
   end = range.end;
 }
 
-OrvanePort::OrvanePort(const char* text) { OrvanePort::copy(text); }
+OrvanePort::OrvanePort(const char* text) : OrvanePort(orvane::viewOf(text)) {}
+
+OrvanePort::OrvanePort(std::string_view text) { orvane::setPort(text, *this); }
 
 OrvanePort& OrvanePort::operator=(const OrvanePort& other) {
   copy(other);
@@ -60,12 +74,16 @@ OrvanePort& OrvanePort::operator=(unsigned int number) {
 }
 
 char* OrvanePort::getPortStr() const {
-  static std::string text;
-  text.assign(std::to_string(port));
-  return text.data();
+  return orvane::publishText(orvane::Result::kPortStr, writePortStr, *this);
 }
 
+void OrvanePort::appendPortStr(std::string& to) const { orvane::append(to, writePortStr, *this); }
+
 char* OrvanePort::getText() const { return port != 0 ? getPortStr() : getRange(); }
+
+void OrvanePort::appendText(std::string& to) const {
+  return port != 0 ? appendPortStr(to) : appendRange(to);
+}
 
 unsigned short OrvanePort::getNumPortsUsed() const {
   return port != 0 ? 1 : OrvanePortRange::getNumPortsUsed();
@@ -82,10 +100,7 @@ bool OrvanePort::operator==(const OrvanePort& other) const {
   return OrvanePortRange::operator==(other);
 }
 
-void OrvanePort::copy(const char* text) {
-  const std::string_view view = orvane::viewOf(text);
-  orvane::setPort({orvane::readRangeText(view), orvane::readNumber(view)}, *this);
-}
+void OrvanePort::copy(const char* text) { orvane::setPort(orvane::viewOf(text), *this); }
 
 void OrvanePort::copy(const OrvanePort& other) {
   OrvanePortRange::copy(other);

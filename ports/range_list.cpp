@@ -61,19 +61,12 @@ std::set<OrvanePortRange>::iterator addRange(std::set<OrvanePortRange>& ranges,
 }
 
 void erasePorts(std::set<unsigned short>& ports, Bounds covered) {
-  if (covered.start > std::min(covered.end, kMaxPort)) return;
-  auto port = ports.lower_bound(static_cast<unsigned short>(covered.start));
+  auto port = firstInside(ports, covered);
   while (port != ports.end() && *port <= covered.end) port = ports.erase(port);
 }
 
-RangeList::RangeList() {
-  blocks_.reserve(1);
-  blocks_.emplace_back().reserve(kShortList);
-}
-
 Bounds RangeList::add(Bounds range) {
-  const Block& last = blocks_.back();
-  if (last.empty() || (last.back().end < range.start && range.start <= range.end)) {
+  if (size_ == 0 || (blocks_.back().back().end < range.start && range.start <= range.end)) {
     append(range);  // in ascending order nothing overlaps
     return range;
   }
@@ -130,7 +123,7 @@ void RangeList::insert(Place place, Bounds range) {
   // Where ranges are appended, the full block stays full.
   const bool appended = place.block + 1 == blocks_.size() && place.index + 1 == block.size();
   const auto middle = appended ? block.end() - 1 : block.begin() + kBlock / 2;
-  Block upper(&memory_);
+  Block upper;
   upper.reserve(kBlock + 1);
   upper.assign(middle, block.end());
   block.erase(middle, block.end());

@@ -3,11 +3,9 @@
 #ifndef ORVANE_PORTS_RANGE_LIST_H_
 #define ORVANE_PORTS_RANGE_LIST_H_
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <memory_resource>
 #include <set>
 #include <vector>
 
@@ -29,23 +27,30 @@ struct Bounds {
 std::set<OrvanePortRange>::iterator addRange(std::set<OrvanePortRange>& ranges,
                                              const OrvanePortRange& range, Bounds& covered);
 
+// The first port inside a range; the end position when there is none.
+inline std::set<unsigned short>::const_iterator firstInside(const std::set<unsigned short>& ports,
+                                                            Bounds range) {
+  if (range.start > kMaxPort) return ports.end();
+  const auto port = ports.lower_bound(static_cast<unsigned short>(range.start));
+  return port != ports.end() && *port <= range.end ? port : ports.end();
+}
+
 // Removes the ports inside a range.
 void erasePorts(std::set<unsigned short>& ports, Bounds covered);
 
 // The ranges of a list while it is being read, by their ends. Merging needs probes by rank, for
 // which a set would have to step: this one keeps blocks of them, so that it finds a rank in a few
-// steps and moves little to make room. A short list is one block on the stack.
+// steps and moves little to make room.
 class RangeList {
  public:
-  RangeList();
-  RangeList(const RangeList&) = delete;
-  RangeList& operator=(const RangeList&) = delete;
-
   // Adds one range as addRange() does for a set; returns the range whose ports are swallowed.
   Bounds add(Bounds range);
 
   // Puts a range that ends after all others at the end, as it is.
-  void append(Bounds range) { insert({blocks_.size() - 1, blocks_.back().size()}, range); }
+  void append(Bounds range) {
+    if (blocks_.empty()) blocks_.emplace_back();
+    insert({blocks_.size() - 1, blocks_.back().size()}, range);
+  }
 
   // Calls take(start, end) for each range, in order.
   template <typename Take>
@@ -56,10 +61,9 @@ class RangeList {
   }
 
  private:
-  static constexpr std::size_t kShortList = 64;
   static constexpr std::size_t kBlock = 512;
 
-  using Block = std::pmr::vector<Bounds>;  // ascending by end; empty only while the list is
+  using Block = std::vector<Bounds>;  // ascending by end; empty only while the list is
 
   struct Place {
     std::size_t block;
@@ -75,9 +79,7 @@ class RangeList {
   void insert(Place place, Bounds range);
   void erase(Place place);
 
-  alignas(Block) std::array<std::byte, sizeof(Block) + kShortList * sizeof(Bounds)> room_;
-  std::pmr::monotonic_buffer_resource memory_{room_.data(), room_.size()};
-  std::pmr::vector<Block> blocks_{&memory_};
+  std::vector<Block> blocks_;  // there is one once anything was added
   std::size_t size_ = 0;
 };
 

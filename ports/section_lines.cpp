@@ -8,7 +8,8 @@ SectionLine SectionLines::next() {
   while (line != end && *line == '\n') ++line;
   const char* keyEnd = line;
   while (keyEnd != end && *keyEnd != '=' && *keyEnd != '\n') ++keyEnd;
-  const char* const lineEnd = orvane::lineEnd(keyEnd, end);
+  const std::size_t valueSize = std::string_view(keyEnd, end).find('\n');
+  const char* const lineEnd = valueSize != std::string_view::npos ? keyEnd + valueSize : end;
   rest_ = std::string_view(lineEnd, end);
   if (line == end) return SectionLine::kEnd;
   if (keyEnd == lineEnd) return SectionLine::kTerminator;

@@ -102,9 +102,10 @@ TEST(AppInfo, ReadsRecords) {
     }
   }
   OrvaneAppInfo entry = makeOld();
+  const char* const noText = nullptr;
   entry.setValues(nullptr);
-  entry.setPorts(nullptr);
-  entry.setFQN(nullptr);
+  entry.setPorts(noText);
+  entry.setFQN(noText);
   EXPECT_EQ(entry.getSection(false), sectionOf(kOld));
 }
 

@@ -2,16 +2,15 @@
 #define ORVANE_APP_INFO_H_
 
 #include <concepts>
+#include <cstddef>
 #include <set>
 #include <span>
+#include <string>
+#include <string_view>
 
 #include "orvane/application.h"
 #include "orvane/export.h"
 #include "orvane/port_range.h"
-
-namespace orvane {
-struct AppInfoAccess;
-}
 
 /// The port type of a catalogue entry; any 32-bit value is carried.
 enum tagAppInfoPortType : int {
@@ -29,11 +28,18 @@ enum tagAppInfoPortType : int {
 /// Reserved1, Reserved2, Reserved3, FQN; then, when it is terminated, ";\n". The port type is
 /// written as a signed number, the others are unsigned.
 ///
-/// Every operation that writes a text returns a text of its own, one per operation for the whole
+/// An operation that returns a text returns one of its own, one per operation for the whole
 /// process. It is never null and holds until that operation runs again for any entry, also within
 /// another operation. Where one writes a single port it replaces the text of
 /// OrvanePort::getPortStr() too, and where one writes a range as such that of
-/// OrvanePortRange::getRange(). Calls from several threads must be serialised by the caller.
+/// OrvanePortRange::getRange(). Its append twin adds the same text to the end of a caller's string
+/// instead and touches nothing else.
+///
+/// Several threads may use one entry at once while none changes it or the names of the keys, except
+/// for the operations that return a text, whose calls must be serialised.
+///
+/// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed, neither the
+/// entry nor what a twin appends to.
 class ORVANE_EXPORT OrvaneAppInfo {
  public:
   /// The keys of a section text, in the order given above, looked up anew by each operation that
@@ -47,7 +53,7 @@ class ORVANE_EXPORT OrvaneAppInfo {
   /// Copies every field.
   OrvaneAppInfo(const OrvaneAppInfo&) = default;
   OrvaneAppInfo(OrvaneAppInfo&&) noexcept = default;
-  OrvaneAppInfo& operator=(const OrvaneAppInfo&) = default;
+  OrvaneAppInfo& operator=(const OrvaneAppInfo& other) { return *this = OrvaneAppInfo(other); }
   OrvaneAppInfo& operator=(OrvaneAppInfo&&) noexcept = default;
 
   virtual ~OrvaneAppInfo();
@@ -84,17 +90,25 @@ class ORVANE_EXPORT OrvaneAppInfo {
   char* getFQN() { return fqn; }
   const char* getFQN() const { return fqn; }
 
-  /// Takes the first 127 characters of a NUL-terminated text; a null text changes nothing.
+  /// Takes the first 127 characters of a text, NUL-terminated or a view; a null one changes
+  /// nothing.
   void setFQN(const char* name);
+  void setFQN(std::string_view name);
+  void setFQN(std::nullptr_t) = delete;
   /// @}
 
   /// @name Ports
   /// @{
 
-  /// Replaces the ports by those of a NUL-terminated list, joined by ",": each item, spaces
-  /// included, as OrvanePort reads it, without a check. Empty items are passed over. A null text
-  /// changes nothing.
+  /// The elements themselves. The reference holds as long as the entry.
+  const std::set<OrvanePort>& getPortSet() const { return ports; }
+
+  /// Replaces the ports by those of a list, NUL-terminated or a view, joined by ",": each item,
+  /// spaces included, as OrvanePort reads it, without a check. Empty items are passed over. A null
+  /// text changes nothing.
   void setPorts(const char* text);
+  void setPorts(std::string_view text);
+  void setPorts(std::nullptr_t) = delete;
 
   /// Adds the ports and then the ranges of an application that has exactly one item, without an
   /// address; any other application adds nothing.
@@ -102,9 +116,11 @@ class ORVANE_EXPORT OrvaneAppInfo {
 
   /// The elements in their order, joined by ",": "80,443,1000-2000".
   char* getPorts() const;
+  void appendPorts(std::string& to) const;
 
   /// The same with every number of a range written out, up to 65535: "80,1000,1001,1002".
   char* getEnumPorts() const;
+  void appendEnumPorts(std::string& to) const;
 
   /// The number of elements, cut to 16 bits.
   unsigned short getPortCount() const { return static_cast<unsigned short>(ports.size()); }
@@ -129,21 +145,21 @@ class ORVANE_EXPORT OrvaneAppInfo {
   /// missing there, unless its first byte is 0. Bytes after it are ignored.
   bool setValuesChecked(std::span<const unsigned char> record);
 
-  /// Sets the fields that the sections of a NUL-terminated section text name, section by section
-  /// (see OrvaneIni for its lines); other fields stay, unknown keys are ignored, and so are pairs
-  /// after the last terminator line. A null text changes nothing.
+  /// Sets the fields that the sections of a section text, NUL-terminated or a view, name, section
+  /// by section (see OrvaneIni for its lines); other fields stay, unknown keys are ignored, and so
+  /// are pairs after the last terminator line. A null text changes nothing.
   void setSection(const char* text);
+  void setSection(std::string_view text);
 
   /// The section text. Replaces the text of getPorts() too.
   char* getSection(bool terminate) const;
+  void appendSection(std::string& to, bool terminate) const;
 
   /// appinfo_key_names, as bytes.
   static unsigned char** getKeyNames();
   /// @}
 
  private:
-  friend struct orvane::AppInfoAccess;
-
   void assign(const OrvaneApplication& application);
 
   unsigned int version = 0;

@@ -3,6 +3,8 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "orvane/app_info.h"
@@ -20,11 +22,17 @@ inline constexpr unsigned int kOrvaneReservedAdded = 2;   ///< an entry made fro
 /// treated twice.
 ///
 /// A catalogue section text is the section texts of the entries one after the other (see
-/// OrvaneAppInfo). Every operation that writes a text returns a text of its own, one per operation
-/// for the whole process. It is never null and holds until that operation runs again for any
-/// catalogue. Those that write sections run OrvaneAppInfo::getSection() for each entry, so they
-/// replace its text, and those that it replaces, too. Calls from several threads must be serialised
-/// by the caller.
+/// OrvaneAppInfo). An operation that returns a text returns one of its own, one per operation for
+/// the whole process. It is never null and holds until that operation runs again for any catalogue.
+/// Those that write sections run OrvaneAppInfo::getSection() for each entry, so they replace its
+/// text, and those that it replaces, too. The append twin of each adds the same text to the end of
+/// a caller's string instead and touches nothing else.
+///
+/// Several threads may use one catalogue at once while none changes it or the names of the keys,
+/// except for the operations that return a text, whose calls must be serialised.
+///
+/// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed: neither the
+/// catalogue, nor what a twin appends to, nor a list to be replaced.
 class ORVANE_EXPORT OrvaneAppInfoArray {
  public:
   /// No entries.
@@ -33,7 +41,9 @@ class ORVANE_EXPORT OrvaneAppInfoArray {
   /// Copies every entry.
   OrvaneAppInfoArray(const OrvaneAppInfoArray&) = default;
   OrvaneAppInfoArray(OrvaneAppInfoArray&&) noexcept = default;
-  OrvaneAppInfoArray& operator=(const OrvaneAppInfoArray&) = default;
+  OrvaneAppInfoArray& operator=(const OrvaneAppInfoArray& other) {
+    return this == &other ? *this : *this = OrvaneAppInfoArray(other);
+  }
   OrvaneAppInfoArray& operator=(OrvaneAppInfoArray&&) noexcept = default;
 
   virtual ~OrvaneAppInfoArray();
@@ -72,27 +82,34 @@ class ORVANE_EXPORT OrvaneAppInfoArray {
   /// @name Section texts
   /// @{
 
-  /// Appends, for each section of a NUL-terminated section text, a default entry with the fields
-  /// that the section names (see OrvaneAppInfo::setSection()), also for one that names none. Pairs
-  /// after the last terminator line are dropped. A null text appends nothing.
+  /// Appends, for each section of a section text, NUL-terminated or a view, a default entry with
+  /// the fields that the section names (see OrvaneAppInfo::setSection()), also for one that names
+  /// none. Pairs after the last terminator line are dropped. A null text appends nothing.
   void setSection(const char* text);
+  void setSection(std::string_view text);
 
   /// The section texts of all entries.
   char* getSection(bool terminate) const;
+  void appendSection(std::string& to, bool terminate) const;
 
   /// The section texts of the entries with these UPIDs; a UPID without an entry writes nothing.
   char* getSection(const std::vector<unsigned int>& upids, bool terminate) const;
+  void appendSection(std::string& to, const std::vector<unsigned int>& upids, bool terminate) const;
 
   /// Appends, for each UPID that `mapping` has an application with, a default entry to which this
   /// application is assigned (see OrvaneAppInfo), with Reserved1 2. Returns getSection(terminate).
   char* getAppMappingSection(const OrvaneAppMapping& mapping,
                              const std::vector<unsigned int>& upids, bool terminate);
+  void appendAppMappingSection(std::string& to, const OrvaneAppMapping& mapping,
+                               const std::vector<unsigned int>& upids, bool terminate);
 
   /// The section texts of the entries with these UPIDs; one whose UPID `mapping` has an application
   /// with is written with Reserved1 1 and with the ports of that application added (see
   /// OrvaneAppInfo::addPorts()). The catalogue does not change.
   char* getMergedAppMappingSection(const OrvaneAppMapping& mapping,
                                    const std::vector<unsigned int>& upids, bool terminate) const;
+  void appendMergedAppMappingSection(std::string& to, const OrvaneAppMapping& mapping,
+                                     const std::vector<unsigned int>& upids, bool terminate) const;
   /// @}
 
   /// @name Ports and UPIDs
@@ -110,6 +127,7 @@ class ORVANE_EXPORT OrvaneAppInfoArray {
 
   /// The numbers of getPortList(), joined by ",".
   char* getPorts() const;
+  void appendPorts(std::string& to) const;
 
   /// Replaces `result` by those of `upids` that the catalogue has no entry for.
   void getUnknownPortList(const std::vector<unsigned int>& upids,

@@ -5,6 +5,8 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "orvane/application.h"
@@ -21,10 +23,17 @@
 /// it with end(). Pointers hold until the collection next changes.
 ///
 /// A mapping section text is the section texts of the applications one after the other (see
-/// OrvaneApplication). Every operation that writes one returns a text of its own, one per operation
+/// OrvaneApplication). An operation that returns one returns a text of its own, one per operation
 /// for the whole process. It is never null and holds until that operation runs again. It runs the
 /// operation of the same name for each application, so it replaces that one's text, and those that
-/// it replaces, too.
+/// it replaces, too. Its append twin adds the same text to the end of a caller's string instead and
+/// touches nothing else.
+///
+/// Several threads may use one collection at once while none changes it, except for the operations
+/// that return a text, whose calls must be serialised.
+///
+/// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed: neither the
+/// collections, nor what a twin appends to.
 class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
  public:
   OrvaneAppMapping() = default;
@@ -32,7 +41,9 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
   /// Copies every application, identifiers included.
   OrvaneAppMapping(const OrvaneAppMapping&) = default;
   OrvaneAppMapping(OrvaneAppMapping&&) noexcept = default;
-  OrvaneAppMapping& operator=(const OrvaneAppMapping&) = default;
+  OrvaneAppMapping& operator=(const OrvaneAppMapping& other) {
+    return this == &other ? *this : *this = OrvaneAppMapping(other);
+  }
   OrvaneAppMapping& operator=(OrvaneAppMapping&&) noexcept = default;
 
   virtual ~OrvaneAppMapping();
@@ -108,10 +119,12 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
   /// @}
 
   /// @name Section texts
+  /// Each operation that returns one with its append twin.
   /// @{
 
   /// The section texts of all applications.
   char* getSection(bool closeGroups) const;
+  void appendSection(std::string& to, bool closeGroups) const;
 
   /// Copies the text of getSection(true) and its NUL into `buffer` and returns the number of
   /// characters without the NUL; a null buffer gives 0.
@@ -119,14 +132,16 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
   unsigned int getSection(char* buffer) const;
 
   /// getSection(buffer) that stays inside `buffer`: nothing, and nothing is written, when the room
-  /// is too small for the text and its NUL.
-  std::optional<std::size_t> getSectionChecked(std::span<char> buffer) const;
+  /// is too small for the text and its NUL. Replaces no text.
+  [[nodiscard]] std::optional<std::size_t> getSectionChecked(std::span<char> buffer) const;
 
   /// The initial sections of all applications.
   char* getInitialSection() const;
+  void appendInitialSection(std::string& to) const;
 
   /// The add-new sections of all applications.
   char* getAddNewSection(bool closeGroups) const;
+  void appendAddNewSection(std::string& to, bool closeGroups) const;
 
   /// The changes from this collection, the old state, to `newer`. Applications are compared by UPID
   /// and, for equal UPIDs, by OrvaneApplication::lexItemsLess(), in one walk over both collections
@@ -138,14 +153,16 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
   /// 1 that was not paired writes its section, with action 4 if its category is 1. Neither
   /// collection changes.
   char* getUpdatedSection(const OrvaneAppMapping& newer, bool closeGroups) const;
+  void appendUpdatedSection(std::string& to, const OrvaneAppMapping& newer, bool closeGroups) const;
 
-  /// Replaces the applications by those of a NUL-terminated mapping section text; a null or empty
-  /// text leaves none. Each closed group gives a default application with one item (see
+  /// Replaces the applications by those of a mapping section text, NUL-terminated or a view; a null
+  /// or empty text leaves none. Each closed group gives a default application with one item (see
   /// OrvaneApplication::setSection()), which is added as add() does: so the groups of one UPID, or
   /// of one GroupID without UPID, are united under the fields of the first. A group with neither
   /// gives an application of its own, with an identifier that none before it has. Pairs after the
   /// last terminator line are dropped.
   void setSection(const char* text);
+  void setSection(std::string_view text);
   /// @}
 };
 

@@ -1,12 +1,20 @@
 #ifndef ORVANE_APPLICATION_H_
 #define ORVANE_APPLICATION_H_
 
+#include <concepts>
+#include <cstddef>
 #include <functional>
 #include <span>
+#include <string>
+#include <string_view>
 
 #include "orvane/export.h"
 #include "orvane/port_mapping.h"
 #include "orvane/sorted_vector.h"
+
+namespace orvane {
+struct ApplicationAccess;
+}
 
 /// The UPID of an application that has none assigned yet: a new application.
 inline constexpr unsigned int kOrvaneNoUpid = 0xFFFFFFFF;
@@ -38,6 +46,17 @@ using OrvaneItems = sorted_vector<OrvanePortMapping, true, std::less<OrvanePortM
 
 /// The plain record of an application.
 struct ORVANE_EXPORT tagApplication {
+  tagApplication() = default;
+
+  /// Copies every field. Assignment is done or, when memory runs out, not done.
+  tagApplication(const tagApplication&) = default;
+  tagApplication(tagApplication&&) noexcept = default;
+  tagApplication& operator=(const tagApplication& other) {
+    return this == &other ? *this : *this = tagApplication(other);
+  }
+  tagApplication& operator=(tagApplication&&) noexcept = default;
+  ~tagApplication() = default;
+
   unsigned int upid = kOrvaneNoUpid;                  ///< protocol identifier
   OrvaneItems items;                                  ///< what it uses on which addresses
   tagSelectorType type = kOrvaneSelectorTypeDefault;  ///< chosen by the caller
@@ -54,12 +73,17 @@ struct ORVANE_EXPORT tagApplication {
 /// UniqueBlockNumber, SelectorTypeInfo, and, when groups are closed, GroupID (the identifier) and
 /// the terminator line ";". The application's own fields are repeated in every group.
 ///
-/// Every operation that writes a text returns a text of its own, one per operation for the whole
+/// An operation that returns a text returns one of its own, one per operation for the whole
 /// process. It is never null and holds until that operation runs again for any application, also
-/// within another operation. Each of them replaces the texts of
-/// OrvanePortMapping::getPortsAsString(), sortPorts() and OrvanePortRange::getRange() too where it
-/// writes a port list. Calls from several threads must be serialised by the caller, the
-/// construction of applications included.
+/// within another operation. Where it writes a port list it replaces the texts of
+/// OrvanePortMapping::getPortsAsString(), sortPorts() and OrvanePortRange::getRange() too. Its
+/// append twin adds the same text to the end of a caller's string instead and touches nothing else.
+///
+/// Several threads may make applications at once, and use one while none changes it, except for the
+/// operations that return a text, whose calls must be serialised.
+///
+/// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed, neither the
+/// application nor what a twin appends to.
 class ORVANE_EXPORT OrvaneApplication : public tagApplication {
  public:
   /// The keys of a section text, in the order given above, without GroupID. They are for reading:
@@ -93,32 +117,56 @@ class ORVANE_EXPORT OrvaneApplication : public tagApplication {
   int getListIndex() const { return listIndex; }
   int getID() const { return id; }
 
-  /// Set the field of their name.
-  void setUpid(unsigned int value) { upid = value; }
+  /// Set the field of their name. (A plain 0 is a number, not a null text.)
+  template <std::integral Number>
+  void setUpid(Number value) {
+    upid = static_cast<unsigned int>(value);
+  }
   void setType(tagSelectorType value) { type = value; }
-  void setType(int) = delete;  // a plain 0 would be a null text
+  template <std::integral Number>
+  void setType(Number value) {
+    type = static_cast<tagSelectorType>(value);
+  }
   void setAction(tagActionType value) { action = value; }
-  void setAction(int) = delete;  // a plain 0 would be a null text
+  template <std::integral Number>
+  void setAction(Number value) {
+    action = static_cast<tagActionType>(value);
+  }
   void setAppCategory(tagApMCategory value) { appCategory = value; }
-  void setAppCategory(int) = delete;  // a plain 0 would be a null text
+  template <std::integral Number>
+  void setAppCategory(Number value) {
+    appCategory = static_cast<tagApMCategory>(value);
+  }
   void setListIndex(int index) { listIndex = index; }
   void setID(int value) { id = value; }
 
-  /// Numbers are read from NUL-terminated texts as decimals: leading white space, a sign, digits
-  /// modulo 2^32, the rest ignored; 0 when there are no digits. A null text changes nothing.
+  /// Numbers are read from texts, NUL-terminated or views, as decimals: leading white space, a
+  /// sign, digits modulo 2^32, the rest ignored; 0 when there are no digits. A null text changes
+  /// nothing.
   void setUpid(const char* text);
+  void setUpid(std::string_view text);
+  void setUpid(std::nullptr_t) = delete;
   void setType(const char* text);
+  void setType(std::string_view text);
+  void setType(std::nullptr_t) = delete;
   void setAction(const char* text);
+  void setAction(std::string_view text);
+  void setAction(std::nullptr_t) = delete;
   void setAppCategory(const char* text);
+  void setAppCategory(std::string_view text);
+  void setAppCategory(std::nullptr_t) = delete;
 
-  /// Takes the first 31 characters of a NUL-terminated text; a null text changes nothing.
+  /// Takes the first 31 characters of a text, NUL-terminated or a view; a null one changes nothing.
   void setName(const char* text);
+  void setName(std::string_view text);
+  void setName(std::nullptr_t) = delete;
 
   /// key_names, as bytes.
   static unsigned char** getKeyNames();
 
   /// A fresh number: the time in seconds + 1024 * the low 15 bits of rand(), modulo 2^32. The first
-  /// call in the process seeds the generator with srand(). Uniqueness is not checked.
+  /// call in the process seeds the generator with srand(). Uniqueness is not checked. Several
+  /// threads may call it at once.
   static unsigned int getUniqueID();
   /// @}
 
@@ -178,30 +226,36 @@ class ORVANE_EXPORT OrvaneApplication : public tagApplication {
   /// @}
 
   /// @name Section texts
+  /// Each operation that returns one with its append twin.
   /// @{
 
   /// The section text: one group per item, in order; "" without items.
   char* getSection(bool closeGroups) const;
+  void appendSection(std::string& to, bool closeGroups) const;
 
-  /// Merges the groups of a NUL-terminated section text into the application; a null text changes
-  /// nothing. For each group, the keys that it holds set the application's fields and those of a
-  /// default item, which is then added as addItem() does; a SelectorTypeInfo line also sets the
-  /// category, to 1 for 2 or more, else to 0.
+  /// Merges the groups of a section text, NUL-terminated or a view, into the application; a null
+  /// text changes nothing. For each group, the keys that it holds set the application's fields and
+  /// those of a default item, which is then added as addItem() does; a SelectorTypeInfo line also
+  /// sets the category, to 1 for 2 or more, else to 0.
   ///
   /// Lines end at "\n" or the end of the text and are not trimmed. A line is split at its first
   /// "="; keys ignore the case of ASCII letters, the first of a key in a group wins, unknown ones
   /// are ignored. Any other line that is not empty closes the group. Pairs after the last such line
   /// are dropped, so a text without closed groups changes nothing.
   void setSection(const char* text);
+  void setSection(std::string_view text);
 
   /// One group per item with action 5, never closed.
   char* getInitialSection() const;
+  void appendInitialSection(std::string& to) const;
 
   /// One group, for the first item, with action 1; "" without items.
   char* getAddNewSection(bool closeGroups) const;
+  void appendAddNewSection(std::string& to, bool closeGroups) const;
 
   /// One group per item, with action 2 for the last and 3 for the others.
   char* getDeleteSection(bool closeGroups) const;
+  void appendDeleteSection(std::string& to, bool closeGroups) const;
 
   /// The changes from this application to `newer`. Items are compared in the mapping ordering (see
   /// OrvanePortMappingLess). For an item of this one that differs and has single ports: when the
@@ -211,9 +265,15 @@ class ORVANE_EXPORT OrvaneApplication : public tagApplication {
   /// are not compared one by one, port 0 is never written, and items that only `newer` has write
   /// nothing. All groups carry the fields of this application.
   char* getUpdatedSection(const OrvaneApplication& newer, bool closeGroups) const;
+  void appendUpdatedSection(std::string& to, const OrvaneApplication& newer,
+                            bool closeGroups) const;
   /// @}
 
  private:
+  friend struct orvane::ApplicationAccess;
+
+  explicit OrvaneApplication(int identifier) : id(identifier) {}  // which draws none
+
   int listIndex = -1;
   int id;
 };

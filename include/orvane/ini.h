@@ -27,6 +27,10 @@ using IniSection = std::map<std::string, std::string, IniKeyLess>;
 /// trimmed. A line is split at its first "="; key and value may be empty. The first of a key in a
 /// section wins and keeps its letter case. Any other line that is not empty is a terminator line,
 /// which closes the section, also an empty one. Pairs after the last terminator line are dropped.
+///
+/// Several threads may use one object at once while none changes it, except for getSection(), whose
+/// calls must be serialised. When memory runs out, std::bad_alloc leaves the operation, and nothing
+/// has changed, neither the object nor what appendSection() appends to.
 class ORVANE_EXPORT OrvaneIni {
  public:
   /// No sections.
@@ -34,18 +38,22 @@ class ORVANE_EXPORT OrvaneIni {
 
   /// The sections of `text`, as setSection() reads them.
   explicit OrvaneIni(const char* text);
+  explicit OrvaneIni(std::string_view text);
 
   /// Copies every section.
   OrvaneIni(const OrvaneIni&) = default;
   OrvaneIni(OrvaneIni&&) noexcept = default;
-  OrvaneIni& operator=(const OrvaneIni&) = default;
+  OrvaneIni& operator=(const OrvaneIni& other) {
+    return this == &other ? *this : *this = OrvaneIni(other);
+  }
   OrvaneIni& operator=(OrvaneIni&&) noexcept = default;
 
   virtual ~OrvaneIni();
 
-  /// Replaces all sections by those of a NUL-terminated section text; a null or empty one leaves
-  /// none.
+  /// Replaces all sections by those of a section text, NUL-terminated or a view; a null or empty
+  /// one leaves none.
   void setSection(const char* text);
+  void setSection(std::string_view text);
 
   /// The text of a section, counted from 0: its pairs ordered by IniKeyLess, each as a line
   /// "key=value", then the line ";" when `terminate` is true. A negative or too large index throws
@@ -53,9 +61,10 @@ class ORVANE_EXPORT OrvaneIni {
   /// counts up meets the end.
   ///
   /// The text is never null. It belongs to the operation, one for the whole process, and holds
-  /// until getSection() runs again for any OrvaneIni. Calls from several threads must be serialised
-  /// by the caller.
+  /// until getSection() runs again for any OrvaneIni. The twin adds the same text to the end of a
+  /// caller's string instead.
   char* getSection(int index, bool terminate) const;
+  void appendSection(std::string& to, int index, bool terminate) const;
 
  private:
   std::vector<IniSection> sections;

@@ -3,6 +3,7 @@
 
 #include <set>
 #include <string>
+#include <string_view>
 
 #include "orvane/export.h"
 #include "orvane/port_mapping.h"
@@ -44,13 +45,17 @@ class ORVANE_EXPORT OrvaneSock : public tagSock {
 /// It counts nothing: an entry is there or not. Two ranges with the same end are one entry; the
 /// first one stays.
 ///
-/// Texts in are NUL-terminated port list texts (see OrvanePortMapping), read as a whole before
-/// anything is taken from them: so the ranges of one text are merged with each other, not with
-/// those registered before. Items that cannot be read are skipped; a null text changes nothing.
+/// Texts in are port list texts (see OrvanePortMapping), NUL-terminated or views, read as a whole
+/// before anything is taken from them: so the ranges of one text are merged with each other, not
+/// with those registered before. Items that cannot be read are skipped; a null text changes
+/// nothing.
 ///
-/// Checks that replace a text write to it although they are const: calls of those from several
-/// threads must be serialised by the caller. The other checks may run at once while nothing is
-/// registered or removed.
+/// Several threads may use one counter at once while nothing is registered or removed, except for
+/// toString() and the checks that replace a text: calls of these must be serialised. Their twins,
+/// appendText() and collides(), touch nothing.
+///
+/// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed, neither the
+/// counter nor what appendText() appends to; but addSocket() may have registered the first ports.
 class ORVANE_EXPORT OrvanePortCounter {
  public:
   /// Nothing in use.
@@ -59,23 +64,39 @@ class ORVANE_EXPORT OrvanePortCounter {
   /// Copies everything in use.
   OrvanePortCounter(const OrvanePortCounter&) = default;
   OrvanePortCounter(OrvanePortCounter&&) noexcept = default;
-  OrvanePortCounter& operator=(const OrvanePortCounter&) = default;
+  OrvanePortCounter& operator=(const OrvanePortCounter& other) {
+    return this == &other ? *this : *this = OrvanePortCounter(other);
+  }
   OrvanePortCounter& operator=(OrvanePortCounter&&) noexcept = default;
   virtual ~OrvanePortCounter();
 
   /// @name Registering
   /// @{
 
-  /// Registers the single ports and the ranges of `text`.
+  /// Registers the single ports and the ranges of `text`, or those given.
   void add(const char* text);
+  void add(std::string_view text);
+  void add(const std::set<unsigned short>& more);
+  void add(const std::set<OrvanePortRange>& more);
 
   /// Removes the single ports of `text`, and for each of its ranges the one with the same end,
   /// wherever that starts. What is not registered is ignored.
   void remove(const char* text);
+  void remove(std::string_view text);
 
-  /// Registers a socket on `address` for each single port of `text`; its ranges are ignored.
-  /// Sockets are never removed one by one: assign a new counter to start over.
+  /// Registers a socket on `address` for each single port of `text`, whose ranges are ignored, or
+  /// for each port given. Sockets are never removed one by one: assign a new counter to start over.
   void addSocket(unsigned int address, const char* text);
+  void addSocket(unsigned int address, std::string_view text);
+  void addSocket(unsigned int address, const std::set<unsigned short>& more);
+  /// @}
+
+  /// @name In use
+  /// The entries. References hold as long as the counter.
+  /// @{
+  const std::set<OrvaneSock>& getSockets() const { return sockets; }
+  const std::set<unsigned short>& getPorts() const { return ports; }
+  const std::set<OrvanePortRange>& getRanges() const { return ranges; }
   /// @}
 
   /// All entries joined by ",": the sockets by address and port, each followed by a blank, the
@@ -83,8 +104,10 @@ class ORVANE_EXPORT OrvanePortCounter {
   ///
   /// The text belongs to the operation, one for the whole process, and holds until toString() runs
   /// again for any counter. Also replaces the text of OrvanePort::getPortStr() (when there are
-  /// sockets) and of OrvanePortRange::getRange() (when there are ranges).
+  /// sockets) and of OrvanePortRange::getRange() (when there are ranges). The twin adds the same
+  /// text to the end of a caller's string instead.
   std::string& toString() const;
+  void appendText(std::string& to) const;
 
   /// @name Ports and ranges, on every address
   /// What lies beyond port numbers, and a range whose start is above its end, is compared as it is.
@@ -105,14 +128,17 @@ class ORVANE_EXPORT OrvanePortCounter {
   ///
   /// The range of a socket is compared with its bounds in the order that its text gives them, and
   /// the text of OrvanePortRange::getRange() is replaced by that of the last socket compared so.
+  /// collides() replaces nothing.
   bool overlap(const OrvanePortRange& range) const;
+  [[nodiscard]] bool collides(const OrvanePortRange& range) const noexcept;
 
   /// The same as overlap(range).
   bool checkRange(const OrvanePortRange& range) const { return overlap(range); }
 
   /// Whether checkRange() holds for one of the ranges; replaces the text of getRange() as checking
-  /// them in order up to the first that collides does.
+  /// them in order up to the first that collides does. collides() replaces nothing.
   bool checkRanges(const std::set<OrvanePortRange>& rangeSet) const;
+  [[nodiscard]] bool collides(const std::set<OrvanePortRange>& rangeSet) const;
   /// @}
 
   /// @name Sockets of one address
@@ -131,13 +157,17 @@ class ORVANE_EXPORT OrvanePortCounter {
   bool sockOverlap(unsigned int address, unsigned int port) const;
 
   /// Whether `range` contains the port of a socket of the address or overlaps the range that the
-  /// socket carries. Compares, and replaces the text of getRange(), like overlap(range).
+  /// socket carries. Compares, and replaces the text of getRange(), like overlap(range); collides()
+  /// replaces nothing.
   bool sockOverlap(unsigned int address, const OrvanePortRange& range) const;
+  [[nodiscard]] bool collides(unsigned int address, const OrvanePortRange& range) const noexcept;
 
   /// Whether checkSocket() or sockOverlap() holds for one of the ports or ranges of `mapping` on
   /// `address`; the address of the mapping itself does not count, and `flag` has no effect.
-  /// Replaces the text of getRange() as checking the ranges in order does, unless a port collides.
+  /// Replaces the text of getRange() as checking the ranges in order does, unless a port collides;
+  /// collides() replaces nothing.
   bool checkSocket(unsigned int address, const OrvanePortMapping& mapping, bool flag) const;
+  [[nodiscard]] bool collides(unsigned int address, const OrvanePortMapping& mapping) const;
   /// @}
 
  protected:

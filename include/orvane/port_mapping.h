@@ -1,9 +1,12 @@
 #ifndef ORVANE_PORT_MAPPING_H_
 #define ORVANE_PORT_MAPPING_H_
 
+#include <concepts>
+#include <cstddef>
 #include <set>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "orvane/export.h"
 #include "orvane/port_range.h"
@@ -32,6 +35,15 @@ struct ORVANE_EXPORT ADDRESS_S {
 
 /// The plain record of a port mapping.
 struct ORVANE_EXPORT tagPortMapping {
+  tagPortMapping() = default;
+
+  /// Copies every field. Assignment is done or, when memory runs out, not done.
+  tagPortMapping(const tagPortMapping&) = default;
+  tagPortMapping(tagPortMapping&&) = default;
+  tagPortMapping& operator=(const tagPortMapping& other) { return *this = tagPortMapping(other); }
+  tagPortMapping& operator=(tagPortMapping&&) = default;
+  ~tagPortMapping() = default;
+
   std::set<unsigned short> ports;    ///< single ports, ascending
   std::set<OrvanePortRange> ranges;  ///< ranges, ascending by end, no two with the same end
   ADDRESS_S ip;                      ///< where they are used
@@ -44,9 +56,21 @@ struct ORVANE_EXPORT tagPortMapping {
 /// A port list text is what the items of the list, joined by ",", say: a single port ("443") or a
 /// range ("1000-2000", see OrvanePortRange::isRange()). White space around numbers is allowed.
 ///
-/// Every text operation returns a text of its own, one per operation for the whole process. It is
-/// never null and holds until that operation runs again for any mapping, also within another
-/// operation. Calls from several threads must be serialised by the caller.
+/// An operation that returns a text returns one of its own, one per operation for the whole
+/// process. It is never null and holds until that operation runs again for any mapping, also within
+/// another operation. Its append twin adds the same text to the end of a caller's string instead,
+/// which must not be where the text that is read lies, and touches nothing else.
+///
+/// Several threads may use one mapping at once while none changes it, except for the operations
+/// that return a text, whose calls must be serialised.
+///
+/// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed, neither the
+/// mapping nor what a twin appends to.
+///
+/// Assignment leaves some fields alone, so std::swap() exchanges the others only, by deep copies,
+/// and std::sort() and whatever else moves elements by assignment separates items from their list
+/// index and id: sort pointers or indexes instead. Containers that move by construction keep items
+/// whole.
 class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
  public:
   /// No ports, no ranges, no address, block number 0xFFFFFFFF, selector info 0, list index and item
@@ -79,53 +103,72 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   int getID() const { return id; }
 
   /// Copies the set as it is: nothing is merged or removed.
-  void setPorts(const std::set<unsigned short>& set) { ports = set; }
-  void setRanges(const std::set<OrvanePortRange>& set) { ranges = set; }
+  void setPorts(const std::set<unsigned short>& set) { ports = std::set<unsigned short>(set); }
+  void setRanges(const std::set<OrvanePortRange>& set) { ranges = std::set<OrvanePortRange>(set); }
 
   /// Copies all six words.
   void setIp(const ADDRESS_S& address) { ip = address; }
 
   /// Sets word 0 only.
-  void setIp(unsigned int address) { ip.address = address; }
+  template <std::integral Number>
+  void setIp(Number address) {
+    ip.address = static_cast<unsigned int>(address);
+  }
 
-  /// Set the field of their name.
-  void setUniqueBlockNumber(unsigned int number) { uniqueBlockNumber = number; }
+  /// Set the field of their name. (A plain 0 is a number, not a null text.)
+  template <std::integral Number>
+  void setUniqueBlockNumber(Number number) {
+    uniqueBlockNumber = static_cast<unsigned int>(number);
+  }
   void setSelectorInfo(tagSelectorInfo info) { selectorInfo = info; }
-  void setSelectorInfo(int) = delete;  // a plain 0 would be a null text
+  template <std::integral Number>
+  void setSelectorInfo(Number info) {
+    selectorInfo = static_cast<tagSelectorInfo>(info);
+  }
   void setListIndex(int index) { listIndex = index; }
   void setID(int value) { id = value; }
   /// @}
 
   /// @name Text and records in
-  /// Texts are NUL-terminated; a null text changes nothing except where said. Numbers are read as
-  /// decimals: leading white space, a sign, digits modulo 2^32, the rest ignored; 0 when there are
-  /// no digits. Nothing is reported.
+  /// Texts are NUL-terminated, or views of exactly what is to be read; a null text changes nothing
+  /// except where said, while an empty view is an empty text. Numbers are read as decimals: leading
+  /// white space, a sign, digits modulo 2^32, the rest ignored; 0 when there are no digits. Nothing
+  /// is reported.
   /// @{
 
   /// Replaces ports and ranges by those of a port list text, read in its order: a range is added as
   /// addRange() does, a single port from 1 to 65535 is added, any other item is skipped. So a range
   /// swallows the single ports before it, while one after it stays beside it.
   void setPorts(const char* text);
+  void setPorts(std::string_view text);
+  void setPorts(std::nullptr_t) = delete;
 
   /// The same for a string, up to its first NUL; an empty one empties both sets.
   void setPorts(const std::string& text) { setPorts(text.c_str()); }
 
   /// Empties the ports, then setPorts(text). So a null text empties the ports and keeps the ranges.
   void setNewPorts(const char* text);
+  void setNewPorts(std::string_view text) { setPorts(text); }
 
   /// Sets the address from a decimal number ("3232235786") or from four parts joined by ".", each
   /// cut to its low 8 bits, an empty one being 0. A dotted text of other than four parts is
   /// ignored.
   void setIp(const char* text);
+  void setIp(std::string_view text);
+  void setIp(std::nullptr_t) = delete;
 
   /// Set the field of their name to a number.
   void setUniqueBlockNumber(const char* text);
+  void setUniqueBlockNumber(std::string_view text);
+  void setUniqueBlockNumber(std::nullptr_t) = delete;
   void setSelectorInfo(const char* text);
+  void setSelectorInfo(std::string_view text);
+  void setSelectorInfo(std::nullptr_t) = delete;
 
   /// Reads a mapping record: four NUL-terminated texts back to back (port list, address, block
   /// number, selector info), each applied by the setter above. A null record, or one whose first
   /// byte is 0, changes nothing. The list index, the item id and the reserved words stay. Never
-  /// throws: when memory runs out, the fields already set stay set.
+  /// throws: when memory runs out, nothing changes.
   /// REQUIRES: `record` holds four NULs; it is read up to the fourth.
   void setValues(const unsigned char* record);
 
@@ -145,35 +188,43 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   /// @}
 
   /// @name Text out
+  /// Each operation with its append twin.
   /// @{
 
   /// The port list text: ports and ranges in the order of sortPorts(). Replaces the text of
   /// sortPorts() too and, when there are ranges, that of OrvanePortRange::getRange().
   std::string& getPortsAsString() const;
+  void appendPorts(std::string& to) const;
 
   /// The items of a port list text, unchanged, sorted by their leading number as signed 32-bit
   /// numbers; items with the same number keep their order. A null text gives "".
   static char* sortPorts(const char* text);
+  static void appendSortedPorts(std::string& to, std::string_view text);
 
   /// The ports in decimal, ascending, joined by ",".
   static std::string& PortArrayToString(const std::set<unsigned short>& set);
+  static void appendPortArray(std::string& to, const std::set<unsigned short>& set);
 
   /// The single ports of at least 1 (no upper limit, as numbers) or the ranges (unchanged) of a
   /// port list text, in its order, joined by ",". A null text and any other type give "".
   static char* parse(tagParseType type, const char* text);
+  static void appendParsed(std::string& to, tagParseType type, std::string_view text);
 
   /// The address in dotted decimal form, "192.168.1.10".
   std::string& getIpAsString() const;
+  void appendIp(std::string& to) const;
 
   /// The address and ":", when there is an address, then the port list text:
   /// "192.168.1.10:80,443,1000-2000". Replaces the texts of getIpAsString() (when there is an
   /// address) and getPortsAsString() too.
   std::string& getMappingAsString() const;
+  void appendMapping(std::string& to) const;
 
   /// The ports and ranges of `other` that this mapping lacks, the ports first: "8080,3000-4000". A
   /// range counts as present when this mapping has one with the same end. Port 0 and a range that
   /// ends at 0 are never written.
   std::string& getDiffAsString(const OrvanePortMapping& other) const;
+  void appendDiff(std::string& to, const OrvanePortMapping& other) const;
   /// @}
 
   /// @name Sets

@@ -1,6 +1,12 @@
 #ifndef ORVANE_PORT_RANGE_H_
 #define ORVANE_PORT_RANGE_H_
 
+#include <concepts>
+#include <cstddef>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
 #include "orvane/export.h"
 
 /// An inclusive range of port numbers; its text form is "start-end".
@@ -15,6 +21,11 @@
 /// decimal number (leading white space, a sign, digits modulo 2^32, the rest ignored; 0 when there
 /// are no digits). One number gives a range of one port; of more, the first two are the bounds, put
 /// in order as signed 32-bit numbers. A text without any run leaves the range as it was.
+///
+/// Several threads may use one object at once while none changes it, except for the operations that
+/// return a text: each has one text for the whole process, and calls of it must be serialised.
+/// Their append twins have no such text. Where memory runs out, std::bad_alloc leaves the operation
+/// and nothing has changed, neither the object nor what an append twin appends to.
 class ORVANE_EXPORT OrvanePortRange {
  public:
   /// The range 0 to 0.
@@ -23,9 +34,10 @@ class ORVANE_EXPORT OrvanePortRange {
   /// Stores both bounds unchanged.
   OrvanePortRange(unsigned int first, unsigned int last) : start(first), end(last) {}
 
-  /// Reads a NUL-terminated range text as described above; a null text, or one without a number,
-  /// gives 0 to 0.
+  /// Reads a range text as described above, NUL-terminated or a view; a null text, or one without a
+  /// number, gives 0 to 0.
   explicit OrvanePortRange(const char* text);
+  explicit OrvanePortRange(std::string_view text);
 
   /// Copies both bounds.
   OrvanePortRange(const OrvanePortRange&) = default;
@@ -69,13 +81,18 @@ class ORVANE_EXPORT OrvanePortRange {
     return start == range.start && end == range.end;
   }
 
-  /// Reads a NUL-terminated text with the class's own reading: a range text here, a port text in an
-  /// OrvanePort. A null text changes nothing.
+  /// Reads a NUL-terminated text, or a view up to its first NUL, with the class's own reading: a
+  /// range text here, a port text in an OrvanePort. A null text changes nothing.
   void setRange(const char* text);
+  void setRange(std::string_view text) { setRange(std::string(text).c_str()); }
+  void setRange(std::nullptr_t) = delete;
 
   /// The range text, "1000-2000" or "80-80". The result is never null; it belongs to the operation
   /// and holds until getRange() runs again for any range, also within another operation.
   char* getRange() const;
+
+  /// Appends the text of getRange() to `to`.
+  void appendRange(std::string& to) const;
 
   /// The text of the value: here the range text, with the lifetime of getRange().
   virtual char* getText() const;
@@ -83,9 +100,11 @@ class ORVANE_EXPORT OrvanePortRange {
   /// The number of ports, end - start + 1, cut to its low 16 bits.
   virtual unsigned short getNumPortsUsed() const;
 
-  /// Whether a NUL-terminated text is a range: at least two numbers joined by "-", the first two of
-  /// them not 0. "80-90" and "80-80" are; "80", "0-90" and "-80" are not, nor is a null text.
-  static bool isRange(const char* text);
+  /// Whether a text, NUL-terminated or a view, is a range: at least two numbers joined by "-", the
+  /// first two of them not 0. "80-90" and "80-80" are; "80", "0-90" and "-80" are not, nor is a
+  /// null text.
+  [[nodiscard]] static bool isRange(const char* text);
+  [[nodiscard]] static bool isRange(std::string_view text);
 
  protected:
   /// What the constructor from a text and assignment do.
@@ -107,8 +126,10 @@ class ORVANE_EXPORT OrvanePort : public OrvanePortRange {
   /// Port number 0, range 0 to 0.
   OrvanePort() = default;
 
-  /// Reads a NUL-terminated port text as described above; a null text gives the defaults.
+  /// Reads a port text as described above, NUL-terminated or a view; a null text gives the
+  /// defaults.
   explicit OrvanePort(const char* text);
+  explicit OrvanePort(std::string_view text);
 
   /// Copies the range and the port number.
   OrvanePort(const OrvanePort&) = default;
@@ -123,11 +144,19 @@ class ORVANE_EXPORT OrvanePort : public OrvanePortRange {
   /// Takes the port number, unchecked; the range stays.
   OrvanePort& operator=(unsigned int number);
 
-  /// Stores the port number unchecked.
-  void setPort(unsigned int number) { port = number; }
+  /// `port = {}` takes those of a default port. (Without this it would mean the number 0.)
+  OrvanePort& operator=(std::initializer_list<std::nullptr_t>) { return *this = OrvanePort(); }
 
-  /// Reads a NUL-terminated port text; a null text changes nothing.
+  /// Stores the port number unchecked.
+  template <std::integral Number>
+  void setPort(Number number) {
+    port = static_cast<unsigned int>(number);
+  }
+
+  /// Reads a port text as setRange() does; a null text changes nothing.
   void setPort(const char* text) { setRange(text); }
+  void setPort(std::string_view text) { setRange(text); }
+  void setPort(std::nullptr_t) = delete;
 
   /// The port number; 0 when the object stands for its range.
   unsigned int getPort() const { return port; }
@@ -136,8 +165,14 @@ class ORVANE_EXPORT OrvanePort : public OrvanePortRange {
   /// until getPortStr() runs again for any port.
   char* getPortStr() const;
 
+  /// Appends the text of getPortStr() to `to`.
+  void appendPortStr(std::string& to) const;
+
   /// getPortStr() for a single port, else getRange(); it has the lifetime of that text.
   char* getText() const override;
+
+  /// Appends the text of getText() to `to`.
+  void appendText(std::string& to) const;
 
   /// 1 for a single port, else the number of ports of the range, cut to 16 bits.
   unsigned short getNumPortsUsed() const override;

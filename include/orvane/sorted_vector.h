@@ -17,6 +17,9 @@
 ///
 /// Elements move whole: to make or close a gap they are moved by construction, never by assignment,
 /// so a type whose assignment leaves some of its fields alone keeps those fields with its value.
+///
+/// When memory runs out, std::bad_alloc leaves the operation and nothing has changed. Several
+/// threads may read one vector at once while none changes it.
 template <typename T, bool Unique = false, typename Compare = std::less<T>>
 class sorted_vector {
   static_assert(std::is_nothrow_move_constructible_v<T>);
@@ -131,6 +134,33 @@ class sorted_vector {
       if (Unique && position != last_ && !Compare()(value, *position)) return position;
     }
     return placeAt(position, std::move(value));
+  }
+
+  /// Moves each element of `other` that has no equivalent here to its ordered place; the rest stay
+  /// there. Only elements behind the first such place move. When memory runs out, nothing does.
+  /// REQUIRES: `other` is not this vector, and both are in order.
+  void merge(sorted_vector& other) {
+    static_assert(Unique);
+    const auto isNew = [this](const T& value) { return find(value) == last_; };
+    const auto coming = static_cast<size_type>(std::count_if(other.first_, other.last_, isNew));
+    if (size() + coming > capacity()) grow(std::max(size() + coming, 2 * capacity()), last_);
+    T* held = last_;  // what is before it, and what is from `to` on, is in its place
+    T* to = last_ += coming;
+    T* staying = other.last_;
+    for (T* next = other.last_; next != other.first_;) {
+      --next;
+      T* const place = std::lower_bound(first_, held, *next, Compare());
+      if (place != held && !Compare()(*next, *place)) {
+        if (--staying != next) relocate(next, staying);
+        continue;
+      }
+      while (held != place) relocate(--held, --to);
+      relocate(next, --to);
+    }
+    T* const stayEnd = other.last_;
+    for (other.last_ = other.first_; staying != stayEnd; ++staying, ++other.last_) {
+      if (staying != other.last_) relocate(staying, other.last_);
+    }
   }
 
   /// Removes the element at `place`; returns the position of the one after it.

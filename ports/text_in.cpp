@@ -1,4 +1,4 @@
-#include "ports/text.h"
+#include "ports/text_in.h"
 
 namespace orvane {
 namespace {
@@ -7,7 +7,7 @@ bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 }  // namespace
 
-std::uint32_t readAnyNumber(std::string_view text) {
+std::uint32_t readNumber(std::string_view text) {
   const char* next = text.data();
   const char* const end = next + text.size();
   while (next != end && isSpace(*next)) ++next;

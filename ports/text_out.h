@@ -1,0 +1,148 @@
+// Text out: what is written goes to the end of a caller's string, and is published afterwards where
+// the operation returns a text of its own.
+
+#ifndef ORVANE_PORTS_TEXT_OUT_H_
+#define ORVANE_PORTS_TEXT_OUT_H_
+
+#include <array>
+#include <cassert>
+#include <charconv>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "ports/results.h"
+
+namespace orvane {
+
+// The most characters that a number of 32 bits takes: "-2147483648".
+inline constexpr std::size_t kNumberRoom = 11;
+
+// Writes into room that was made for it. It is handed on by value: a local one stays in a register,
+// while anything that text is written through memory to has to be looked up again for every piece.
+class [[nodiscard]] Pen {
+ public:
+  explicit Pen(char* next) : next_(next) {}
+
+  // Where it writes next.
+  char* place() const { return next_; }
+
+  void put(char c) { *next_++ = c; }
+
+  void put(std::string_view piece) { next_ += piece.copy(next_, piece.size()); }
+
+  // A number in plain decimal.
+  template <std::integral Number>
+  void putNumber(Number number) {
+    next_ = std::to_chars(next_, next_ + kNumberRoom, number).ptr;
+  }
+
+  // Ends a list that began at `begin` and has a separator after each item: takes back the last one.
+  void endList(const char* begin) {
+    if (next_ != begin) --next_;
+  }
+
+ private:
+  char* next_;
+};
+
+// Writes to the end of what is kept of a string, and remembers which part of that is what an
+// operation would return that is described as being run. What is written stays once it is finished;
+// else the string is in the end what is kept of it. (What is not kept serves as room, which saves
+// up to a sixth of writing: a string clears what it grows by.)
+class TextOut {
+ public:
+  TextOut(std::string& to, std::size_t kept) : to_(to), kept_(kept), size_(kept) {}
+  TextOut(const TextOut&) = delete;
+  TextOut& operator=(const TextOut&) = delete;
+  ~TextOut() { to_.resize(kept_); }
+
+  std::size_t size() const { return size_; }
+
+  // A pen at the end, for at most `most` characters; they count once it is put down. (A number is
+  // written as if it were the longest.)
+  Pen pen(std::size_t most) {
+    most += kNumberRoom;
+    if (to_.size() - size_ < most) to_.resize(size_ + most);
+    return Pen(to_.data() + size_);
+  }
+  void putDown(Pen pen) {
+    size_ = static_cast<std::size_t>(pen.place() - to_.data());
+    assert(size_ <= to_.size());
+  }
+
+  // The part from `begin` to the end, that between two places, or that between two places of the
+  // pen at hand, is what this operation would return; the last part noted counts.
+  void note(Result result, std::size_t begin) { note(result, begin, size_); }
+  void note(Result result, std::size_t begin, std::size_t end) {
+    const auto i = static_cast<std::size_t>(result);
+    parts_[i] = {begin, end - begin};
+    noted_ |= 1U << i;
+  }
+  void note(Result result, const char* begin, const char* end) {
+    note(result, static_cast<std::size_t>(begin - to_.data()),
+         static_cast<std::size_t>(end - to_.data()));
+  }
+
+  void finish() { kept_ = size_; }
+
+  // Gives each operation noted its part.
+  // REQUIRES: it is finished.
+  void publish() const;
+
+ private:
+  static constexpr auto kTraced = static_cast<std::size_t>(Result::kTraced);
+
+  struct Part {
+    std::size_t begin;
+    std::size_t size;
+  };
+
+  std::string& to_;
+  std::size_t kept_;
+  std::size_t size_;
+  std::uint32_t noted_ = 0;  // which parts there are: a bit for each
+  std::array<Part, kTraced> parts_;
+};
+
+// The dotted decimal form of an address, and the room for it.
+inline constexpr std::size_t kAddressRoom = sizeof "255.255.255.255";
+
+inline Pen writeAddress(Pen pen, std::uint32_t address) {
+  for (const int shift : {24, 16, 8}) {
+    pen.putNumber(address >> shift & 0xFF);
+    pen.put('.');
+  }
+  pen.putNumber(address & 0xFF);
+  return pen;
+}
+
+// Appends what write(TextOut&, arguments...) writes.
+template <typename Write, typename... Arguments>
+void append(std::string& to, Write write, const Arguments&... arguments) {
+  TextOut out(to, to.size());
+  write(out, arguments...);
+  out.finish();
+}
+
+// The same into the string of an operation, whose text it becomes, and all that this replaces.
+template <typename Write, typename... Arguments>
+std::string& publish(Result result, Write write, const Arguments&... arguments) {
+  std::string& text = resultText(result);
+  TextOut out(text, 0);
+  write(out, arguments...);
+  out.finish();
+  out.publish();
+  return text;
+}
+
+template <typename Write, typename... Arguments>
+char* publishText(Result result, Write write, const Arguments&... arguments) {
+  return publish(result, write, arguments...).data();
+}
+
+}  // namespace orvane
+
+#endif  // ORVANE_PORTS_TEXT_OUT_H_
