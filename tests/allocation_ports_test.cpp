@@ -1,0 +1,234 @@
+// Port mappings, counters, section stores and protocol trees while memory runs out.
+
+#include <orvane/orvane.h>
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+
+#include "allocation.h"
+#include "sample.h"
+
+namespace allocation {
+namespace {
+
+using std::to_string;
+
+struct PortList {
+  std::string kind;
+  std::string text;
+};
+const PortList kPortLists[] = {
+    {" in order", "22,80,443,1000-2000,3000-3010,5000"},
+    {" out of order", "443,80,2000-1000,22,30-20,1500"},
+    {" with overlaps", "1-5,3-9,8-20,100-200,150-160,7"},
+    {" of many ports", repeated(20, [](auto i) { return to_string(2000 - 7 * i) + ","; })},
+    {" of very many", repeated(320, [](auto i) {
+       const unsigned int start = 1 + i * 37 * 97 % 65521;
+       return to_string(start) + (i % 2 == 0 ? "," : "-" + to_string(start + 30) + ",");
+     })}};
+const std::string& kVeryMany = std::end(kPortLists)[-1].text;
+
+// Several ports and ranges may be added one by one, to a mapping that has few.
+void drawItem(const std::string& name, const OrvanePortMapping& item, Picture& picture) {
+  OrvanePortMapping fields(item);
+  const bool few = item.getPorts().size() < 10;
+  if (few) fields.setPorts("");
+  picture[name] = show(fields);
+  if (!few) return;
+  for (const auto port : item.getPorts()) picture[name + to_string(port)];
+  for (const auto& range : item.getRanges()) picture[name + range.getRange()];
+}
+
+struct PortsWorld : Samples<OrvanePortMapping, drawItem> {
+  PortsWorld() {
+    few = makeItem(kHost, "80,443,1000-2000,3000-3010", 7);
+    many = makeItem(kHost, "1,2,3,4,5,6,7,8,9,10,11,100-200,300-400,500-600", 8);
+    many.getRanges().insert(OrvanePortRange(1, 70000));  // which ends last and starts first
+    other = makeItem(0, "80,8080,9000,1500-1700,5000-6000,6001-7000");
+  }
+};
+
+TEST(Allocation, PortMapping) {
+  using World = PortsWorld;
+  using Mapping = OrvanePortMapping;
+  static const auto record = makeRecord("9,8,1-7,20-22|9|8|2");
+  check<World>(
+      {STRONG(w.text = w.few.getPortsAsString().c_str()),
+       STRONG(w.text = w.few.getIpAsString().c_str()),
+       STRONG(w.text = w.many.getMappingAsString().c_str()),
+       STRONG(w.text = w.few.getDiffAsString(w.many).c_str()),
+       STRONG(w.text = Mapping::PortArrayToString(w.many.getPorts()).c_str()),
+       STRONG(w.few.setPorts(w.other.getPorts())), STRONG(w.few.setRanges(w.other.getRanges())),
+       STRONG(w.few.replacePorts(w.many.getPorts())), BASIC(w.few.addPorts(w.other.getPorts())),
+       BASIC(w.few.addRanges(w.other.getRanges())), STRONG(w.few.addRange({4000, 4010})),
+       STRONG(w.few.addRange({400, 1100})), STRONG(w.few.setNewPorts("9,8,1-7,20-22")),
+       SILENT(w.few.setValues(record.data())), STRONG(w.few.setValuesChecked(record))});
+  checkCopies<World>();
+  checkCopies<World, tagPortMapping>(" as records");
+  for (const PortList& list : kPortLists) {
+    const char* const text = list.text.c_str();
+
+    check<World>({STRONG(w.few.setPorts(text)), STRONG(w.none.setPorts(text)),
+                  STRONG(w.text = Mapping::sortPorts(text)),
+                  STRONG(w.text = Mapping::parse(kOrvaneParsePorts, text)),
+                  STRONG(w.text = Mapping::parse(kOrvaneParseRanges, text))},
+                 list.kind);
+#if ORVANE_HAS_APPEND
+    check<World>({STRONG(Mapping::appendSortedPorts(w.to, text)),
+                  STRONG(Mapping::appendParsed(w.to, kOrvaneParsePorts, text)),
+                  STRONG(Mapping::appendParsed(w.to, kOrvaneParseRanges, text))},
+                 list.kind);
+#endif
+  }
+#if ORVANE_HAS_APPEND
+  check<World>({STRONG(OrvanePortRange(4294967294, 4294967295).appendRange(w.to)),
+                STRONG(OrvanePort("65535").appendPortStr(w.to)),
+                STRONG(OrvanePort("10000000-20000000").appendText(w.to)),
+                STRONG(w.few.appendPorts(w.to)), STRONG(w.many.appendPorts(w.to)),
+                STRONG(w.few.appendIp(w.to)), STRONG(w.many.appendMapping(w.to)),
+                STRONG(w.few.appendDiff(w.to, w.many)),
+                STRONG(Mapping::appendPortArray(w.to, w.many.getPorts()))});
+#endif
+}
+
+void drawCounter(const std::string& name, const OrvanePortCounter& counter, Picture& picture) {
+  picture[name] = counter.toString();
+}
+
+struct CounterWorld : Samples<OrvanePortCounter, drawCounter> {
+  OrvanePortMapping item = makeItem(kHost, kVeryMany.c_str());
+
+  CounterWorld() {
+    few.add("80,443,1000-2000,3000-3010");
+    few.addSocket(kHost, "53,8080");
+    many.add(kPortLists[3].text.c_str());
+    many.addSocket(kHost, kPortLists[0].text.c_str());
+  }
+};
+
+TEST(Allocation, PortCounter) {
+  using World = CounterWorld;
+  check<World>({STRONG(w.text = w.many.toString().c_str()),
+                STRONG(w.number = w.few.checkPorts(w.item.getPorts())),
+                STRONG(w.number = w.few.overlap({65400, 65535})),
+                STRONG(w.number = w.few.checkRanges(w.item.getRanges())),
+                STRONG(w.number = w.few.sockOverlap(kHost, {65400, 65535})),
+                STRONG(w.number = w.many.checkSocket(kHost, w.item, true))});
+  checkCopies<World>();
+  for (const PortList& list : kPortLists) {
+    const char* const text = list.text.c_str();
+    check<World>({STRONG(w.few.add(text)), STRONG(w.many.remove(text)),
+                  STRONG(w.few.addSocket(kHost, text))},
+                 list.kind);
+  }
+#if ORVANE_HAS_APPEND
+  check<World>({STRONG(w.few.add(w.item.getPorts())), STRONG(w.few.add(w.item.getRanges())),
+                STRONG(w.few.addSocket(kHost, w.item.getPorts())), STRONG(w.many.appendText(w.to)),
+                STRONG(w.number = w.few.collides(OrvanePortRange(65400, 65535))),
+                STRONG(w.number = w.few.collides(w.item.getRanges())),
+                STRONG(w.number = w.few.collides(kHost, OrvanePortRange(65400, 65535))),
+                STRONG(w.number = w.many.collides(kHost, w.item))});
+#endif
+}
+
+void drawStore(const std::string& name, const OrvaneIni& store, Picture& picture) {
+  try {
+    for (int i = 0;; ++i) picture[name + to_string(i)] = store.getSection(i, true);
+  } catch (const std::out_of_range&) {
+    picture.erase(std::prev(picture.end()));
+  }
+}
+
+struct StoreWorld : Samples<OrvaneIni, drawStore> {
+  StoreWorld() {
+    few.setSection("UPID=5\nname=Web\n;\nIPv4=1\n;\n;\n");
+    many.setSection(
+        repeated(20, [](auto i) { return "a long key " + to_string(i) + "=v\n;\n"; }).c_str());
+  }
+};
+
+TEST(Allocation, SectionStore) {
+  using World = StoreWorld;
+  static const std::string text = repeated(9, [](auto i) {
+    return "a key too long to lie in a string=\nA=\na=2\n" + std::string(i % 2 != 0 ? ";\n" : "");
+  });
+  check<World>({STRONG(w.text = w.many.getSection(3, true)), STRONG(w.made.emplace(text.c_str())),
+                STRONG(w.few.setSection(text.c_str()))});
+  checkCopies<World>();
+#if ORVANE_HAS_APPEND
+  check<World>({STRONG(w.many.appendSection(w.to, 3, true))});
+#endif
+}
+
+// Nodes with the UPIDs from `first`, each the sibling of the one before it.
+OrvaneUpidArray chain(unsigned int first, unsigned int count) {
+  OrvaneUpidArray nodes;
+  for (unsigned int upid = first; upid < first + count; ++upid) {
+    OrvaneUpidNode node;
+    node.setUpid(upid);
+    node.setFirstChild(first + 1);
+    node.setSibling(upid + 1);
+    nodes.add(node);
+  }
+  return nodes;
+}
+
+std::string bufferOf(const OrvaneUpidArray& nodes) {
+  std::string buffer(nodes.size() * sizeof(UPID_TREE_NODE_S), '\0');
+  nodes.getBuffer(buffer.data());
+  return buffer;
+}
+
+// A tree buffer; its header only counts.
+std::string treeBufferOf(const OrvaneUpidArray& nodes) {
+  std::string header(sizeof OrvaneUpidTree::header, '\0');
+  header[0] = static_cast<char>(nodes.size());
+  return header + bufferOf(nodes);
+}
+
+void drawArray(const std::string& name, const OrvaneUpidArray& nodes, Picture& picture) {
+  picture[name] = bufferOf(nodes);
+}
+
+void drawTree(const std::string& name, const OrvaneUpidTree& tree, Picture& picture) {
+  picture[name] = to_string(tree.header[0]);
+  for (const auto& [upid, node] : tree) picture[name + to_string(upid)] = to_string(node.sibling);
+}
+
+struct ArrayWorld : Samples<OrvaneUpidArray, drawArray> {
+  ArrayWorld() { few = chain(10, 3), many = chain(8, 20), other = chain(99, 1); }
+};
+
+struct TreeWorld : Samples<OrvaneUpidTree, drawTree> {
+  TreeWorld() {
+    few.setBuffer(treeBufferOf(chain(10, 3)).data(), 0);
+    many.setBuffer(treeBufferOf(chain(8, 20)).data(), 0);
+    other.setBuffer(treeBufferOf(chain(99, 1)).data(), 0);
+  }
+};
+
+TEST(Allocation, UpidArray) {
+  using World = ArrayWorld;
+  static const std::string records = bufferOf(chain(11, 12));
+  check<World>({STRONG(w.few.add(w.other[0])), STRONG(w.few.setBuffer(records.data(), 12 * 72)),
+                STRONG(w.few.setBufferChecked(records)), STRONG(w.many.getBufferChecked(w.to))});
+  checkCopies<World>();
+}
+
+TEST(Allocation, UpidTree) {
+  using World = TreeWorld;
+  OrvaneUpidArray nodes = chain(11, 12);
+  static const std::string ascending = treeBufferOf(nodes);
+  std::reverse(nodes.begin(), nodes.end());
+  static const std::string descending = treeBufferOf(nodes);
+  check<World>({STRONG(w.few.add(w.other[99])), STRONG(w.few.setBuffer(ascending.data(), 0)),
+                STRONG(w.few.setBufferChecked(ascending)),
+                STRONG(w.none.setBufferChecked(descending)), STRONG(w.many.getBufferChecked(w.to)),
+                STRONG(w.many.getChildrenBuffer(8, w.to.data())),
+                STRONG(w.many.getChildrenBufferChecked(8, w.to))});
+  checkCopies<World>();
+}
+
+}  // namespace
+}  // namespace allocation
