@@ -13,10 +13,15 @@ function(orvane_target_options target)
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
     $<$<BOOL:${ORVANE_WERROR}>:-Werror>)
   if(ORVANE_SANITIZE)
+    # ON, or "thread".
+    set(sanitizers address,undefined)
+    if(ORVANE_SANITIZE STREQUAL "thread")
+      set(sanitizers thread)
+    endif()
     target_compile_options(${target} PRIVATE
-      -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+      -fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
-    target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+    target_link_options(${target} PRIVATE -fsanitize=${sanitizers})
   endif()
   if(ORVANE_BUILD_FUZZ)
     target_compile_options(${target} PRIVATE
