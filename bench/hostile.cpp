@@ -1,7 +1,14 @@
 // What 1 MiB of hostile text costs each reader: for every text that is meant to be slow or to take
 // much memory, the time and the peak of what it takes; the worst of each reader as a table.
+// Then what hostile input costs beside friendly input as large.
 //   hostile [COMMAND]
-// COMMAND is the orvane command; it measures that one's readers instead of the library's.
+//   hostile --twins [OPERATION]
+//   hostile --large
+// COMMAND is the orvane command; it measures that one's readers instead of the library's. With
+// --twins only the second comparison is made, of the operations whose name contains OPERATION, and
+// with --large only the cost of groups without any key, in collections of millions of them.
+
+#include "hostile.h"
 
 #include <malloc.h>
 #include <orvane/orvane.h>
@@ -10,7 +17,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -106,11 +112,8 @@ void write(const std::string& reader, const Worst& worst) {
             << std::flush;
 }
 
-using Clock = std::chrono::steady_clock;
-
-double since(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
+using bench::Clock;
+using bench::since;
 
 // Reads each text three times; the quickest counts.
 template <typename Read>
@@ -283,13 +286,24 @@ void measureCommands(const std::string& command) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  std::cout << std::fixed << std::setprecision(1)
-            << "| reader | slowest, ms | text | largest, MiB | text |\n|---|---|---|---|---|\n"
-            << std::flush;
-  if (argc > 1) {
-    measureCommands(argv[1]);
-  } else {
-    measureLibrary();
+  std::cout << std::fixed << std::setprecision(1);
+  const std::string first = argc > 1 ? argv[1] : "";
+  if (first == "--twins") {
+    bench::compareTwins(argc > 2 ? argv[2] : "");
+    return 0;
   }
+  if (first == "--large") {
+    bench::measureNameless(true);
+    return 0;
+  }
+  std::cout << "| reader | slowest, ms | text | largest, MiB | text |\n|---|---|---|---|---|\n"
+            << std::flush;
+  if (!first.empty()) {
+    measureCommands(first);
+    return 0;
+  }
+  measureLibrary();
+  bench::compareTwins("");
+  bench::measureNameless(false);
   return 0;
 }
