@@ -86,7 +86,7 @@ namespace {
 using orvane::Result;
 using orvane::TextOut;
 
-void writePorts(TextOut& out, const orvane::PortSet& ports) {
+void writeElements(TextOut& out, const orvane::PortSet& ports) {
   out.putDown(orvane::writePorts(out, out.pen(orvane::portsRoom(ports)), ports));
 }
 
@@ -100,17 +100,17 @@ void writeEnumPorts(TextOut& out, const orvane::PortSet& ports) {
   orvane::endNumbers(out, begin);
 }
 
-void writeSection(TextOut& out, const OrvaneAppInfo& entry, bool terminate) {
+void writeEntry(TextOut& out, const OrvaneAppInfo& entry, bool terminate) {
   orvane::AppInfoWriter(out, terminate).append(entry);
 }
 
 }  // namespace
 
 char* OrvaneAppInfo::getPorts() const {
-  return orvane::publishText(Result::kEntryPorts, writePorts, ports);
+  return orvane::publishText(Result::kEntryPorts, writeElements, ports);
 }
 
-void OrvaneAppInfo::appendPorts(std::string& to) const { orvane::append(to, writePorts, ports); }
+void OrvaneAppInfo::appendPorts(std::string& to) const { orvane::append(to, writeElements, ports); }
 
 char* OrvaneAppInfo::getEnumPorts() const {
   return orvane::publishText(Result::kEntryEnumPorts, writeEnumPorts, ports);
@@ -121,9 +121,9 @@ void OrvaneAppInfo::appendEnumPorts(std::string& to) const {
 }
 
 char* OrvaneAppInfo::getSection(bool terminate) const {
-  return orvane::publishText(Result::kEntrySection, writeSection, *this, terminate);
+  return orvane::publishText(Result::kEntrySection, writeEntry, *this, terminate);
 }
 
 void OrvaneAppInfo::appendSection(std::string& to, bool terminate) const {
-  orvane::append(to, writeSection, *this, terminate);
+  orvane::append(to, writeEntry, *this, terminate);
 }

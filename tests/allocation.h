@@ -14,11 +14,6 @@
 #include <string>
 #include <vector>
 
-// Whether the library has the operations that append to a text, which 1.1 adds.
-#ifndef ORVANE_HAS_APPEND
-#define ORVANE_HAS_APPEND 0
-#endif
-
 namespace allocation {
 
 inline constexpr unsigned int kHost = 0x0A000001;

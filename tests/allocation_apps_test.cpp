@@ -86,29 +86,27 @@ TEST(Allocation, Application) {
                 STRONG(w.few[0].deleteItem(w.known)),
                 STRONG(w.few[0].getItems().insert(w.fresh)),
                 STRONG(w.few[0].getItems() = w.many[0].getItems()),
-                BASIC(w.few[3].update(w.few[0])),
-                BASIC(w.few[0].update(w.many[1])),
-                BASIC(w.few[0].update(w.many[0])),
-                BASIC(w.many[0].update(w.few[0])),
+                STRONG(w.few[3].update(w.few[0])),
+                STRONG(w.few[0].update(w.many[1])),
+                STRONG(w.few[0].update(w.many[0])),
+                STRONG(w.many[0].update(w.few[0])),
                 STRONG(w.few[0].setValues(knownRecord.data())),
                 STRONG(w.few[0].setValuesChecked(freshRecord)),
-                BASIC(w.few[3].setSection(ascending.c_str())),
-                BASIC(w.few[0].setSection(ascending.c_str())),
-                BASIC(w.few[0].setSection(descending.c_str())),
-                BASIC(w.few[0].setSection(large.c_str())),
-                BASIC(w.many[0].setSection(descending.c_str())),
+                STRONG(w.few[3].setSection(ascending.c_str())),
+                STRONG(w.few[0].setSection(ascending.c_str())),
+                STRONG(w.few[0].setSection(descending.c_str())),
+                STRONG(w.few[0].setSection(large.c_str())),
+                STRONG(w.many[0].setSection(descending.c_str())),
                 STRONG(w.few.front() = w.many[0]),
                 STRONG(w.many.front() = w.few[0]),
                 STRONG(static_cast<tagApplication&>(w.few[0]) = w.many[0]),
                 STRONG(static_cast<tagApplication&>(w.few[3]) = w.few[0]),
                 STRONG(static_cast<tagApplication&>(w.many[0]) = w.few[0])});
-#if ORVANE_HAS_APPEND
   check<World>({STRONG(w.few[0].appendSection(w.to, true)),
                 STRONG(w.few[0].appendInitialSection(w.to)),
                 STRONG(w.few[0].appendAddNewSection(w.to, true)),
                 STRONG(w.few[0].appendDeleteSection(w.to, true)),
                 STRONG(w.many[0].appendUpdatedSection(w.to, w.few[0], true))});
-#endif
 }
 
 TEST(Allocation, Collection) {
@@ -128,8 +126,8 @@ TEST(Allocation, Collection) {
                 STRONG(w.few.getSectionChecked(w.to)),
                 STRONG(w.few.add(w.small)),
                 STRONG(w.none.add(w.many[0])),
-                BASIC(w.few.add(w.many[1])),
-                BASIC(w.few.update(w.many[1])),
+                STRONG(w.few.add(w.many[1])),
+                STRONG(w.few.update(w.many[1])),
                 STRONG(w.few.addEx(w.small)),
                 STRONG(w.few.add(knownRecord.data())),
                 STRONG(w.few.addChecked(knownRecord)),
@@ -145,12 +143,9 @@ TEST(Allocation, Collection) {
                 STRONG(w.few.setSection(scattered.c_str())),
                 STRONG(w.few.setSection(keyless.c_str()))});
   checkCopies<World>();
-#if ORVANE_HAS_APPEND
   check<World>({STRONG(w.few.appendSection(w.to, true)), STRONG(w.few.appendInitialSection(w.to)),
                 STRONG(w.few.appendAddNewSection(w.to, true)),
-                STRONG(w.few.appendDeleteSection(w.to, true)),
                 STRONG(w.many.appendUpdatedSection(w.to, w.few, true))});
-#endif
 }
 
 const std::string kManyPorts = repeated(20, [](auto i) { return to_string(2000 - 7 * i) + ","; });
@@ -205,13 +200,11 @@ TEST(Allocation, Catalogue) {
        STRONG(w.few.add(record.data())), STRONG(w.few.addChecked(record)),
        STRONG(w.few.setSection(sections.c_str())), STRONG(w.none.setSection(sections.c_str()))});
   checkCopies<World>();
-#if ORVANE_HAS_APPEND
   check<World>({STRONG(w.many.appendSection(w.to, true)),
                 STRONG(w.many.appendSection(w.to, w.upids, true)),
                 STRONG(w.many.appendMergedAppMappingSection(w.to, w.mapping, w.upids, true)),
                 STRONG(w.few.appendAppMappingSection(w.to, w.mapping, w.upids, true)),
                 STRONG(w.few.appendPorts(w.to))});
-#endif
 }
 
 TEST(Allocation, Entry) {
@@ -219,7 +212,7 @@ TEST(Allocation, Entry) {
   check<World>(
       {STRONG(w.text = w.few.begin()->getPorts()), STRONG(w.text = w.many.begin()->getEnumPorts()),
        STRONG(w.text = w.many.begin()->getSection(true)), STRONG(*w.few.begin() = w.mapping[0]),
-       BASIC(w.few.begin()->addPorts(w.mapping[0])), STRONG(*w.other.begin() = *w.few.begin()),
+       STRONG(w.few.begin()->addPorts(w.mapping[0])), STRONG(*w.other.begin() = *w.few.begin()),
        STRONG(*w.few.begin() = *w.many.begin()), STRONG(*w.many.begin() = *w.few.begin())});
   static const auto record = makeRecord("3|2|5|443,80,90-99|1|2|3|a.example");
   static const std::string section = "UPID=9\nPortRange=443,80,90-99\nFQN=a.example\n;\n";
@@ -230,11 +223,9 @@ TEST(Allocation, Entry) {
        {"80,443,1000-2000", "443,80,2000-1000,30-20", kManyPorts.c_str()}) {
     check<World>({STRONG(w.few.begin()->setPorts(text))}, std::string(" of ") + text);
   }
-#if ORVANE_HAS_APPEND
   check<World>({STRONG(w.few.begin()->appendPorts(w.to)),
                 STRONG(w.few.begin()->appendEnumPorts(w.to)),
                 STRONG(w.many.begin()->appendSection(w.to, true))});
-#endif
 }
 
 }  // namespace

@@ -58,7 +58,6 @@ const Work kWork[] = {
        mapping.appendSection(to, true);
        s.older.appendInitialSection(to);
        s.older.appendAddNewSection(to, true);
-       s.older.appendDeleteSection(to, true);
        s.older.appendUpdatedSection(to, s.newer, true);
      }},
     {"applications",
