@@ -94,6 +94,7 @@ void OrvaneAppInfoArray::setSection(std::string_view text) {
   orvane::SectionLines lines(text);
   std::vector<OrvaneAppInfo> read;
   for (orvane::AppInfoGroup group(keys); group.read(lines);) {
+    orvane::makeRoomForText(read, text.size() - lines.left(), lines.left());
     orvane::readFields(group, read.emplace_back());
   }
   orvane::appendAll(read, entries);

@@ -38,6 +38,9 @@ class SectionLines {
     return true;
   }
 
+  // How much of the text is yet to be read.
+  std::size_t left() const { return rest_.size(); }
+
   // The parts of the current pair, split at its first "=".
   std::string_view key() const { return key_; }
   std::string_view value() const { return value_; }

@@ -1,22 +1,6 @@
 #include "ports/text_in.h"
 
 namespace orvane {
-namespace {
-
-bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
-}  // namespace
-
-std::uint32_t readNumber(std::string_view text) {
-  const char* next = text.data();
-  const char* const end = next + text.size();
-  while (next != end && isSpace(*next)) ++next;
-  const bool negative = next != end && *next == '-';
-  if (next != end && (*next == '-' || *next == '+')) ++next;
-  const std::uint32_t number = readDigits(next, end);
-  return negative ? 0U - number : number;
-}
-
 RangeText readRangeText(std::string_view text) {
   RangeText range;
   std::string_view token;

@@ -56,9 +56,19 @@ inline std::uint32_t readDigits(const char*& next, const char* end) {
   return number;
 }
 
+inline bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
 // The one number reader: leading white space, an optional sign, digits modulo 2^32 up to the first
 // other character. No digits give 0.
-std::uint32_t readNumber(std::string_view text);
+inline std::uint32_t readNumber(std::string_view text) {
+  const char* next = text.data();
+  const char* const end = next + text.size();
+  while (next != end && isSpace(*next)) ++next;
+  const bool negative = next != end && *next == '-';
+  if (next != end && (*next == '-' || *next == '+')) ++next;
+  const std::uint32_t number = readDigits(next, end);
+  return negative ? 0U - number : number;
+}
 
 // The same, for fields that are signed.
 inline std::int32_t readSigned(std::string_view text) {
