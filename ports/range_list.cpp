@@ -1,6 +1,7 @@
 #include "ports/range_list.h"
 
 #include <algorithm>
+#include <bit>
 #include <iterator>
 #include <utility>
 
@@ -88,18 +89,19 @@ Bounds RangeList::add(Bounds range) {
   return widened;
 }
 
-RangeList::Place RangeList::findOverlap(Bounds range) const {
-  // Probes go up and down by ever smaller steps, so all of them together pass each block about
-  // once.
+RangeList::Place RangeList::placeOf(std::size_t rank) const {
+  if (rank == size_) return {blocks_.size() - 1, blocks_.back().size()};
   std::size_t block = 0;
-  std::size_t firstRank = 0;
-  const auto placeOf = [&](std::size_t rank) -> Place {
-    while (rank >= firstRank + blocks_[block].size() && block + 1 < blocks_.size()) {
-      firstRank += blocks_[block++].size();
-    }
-    while (rank < firstRank) firstRank -= blocks_[--block].size();
-    return {block, rank - firstRank};
-  };
+  for (std::size_t step = sums_.size() / 2; step > 0; step /= 2) {
+    const std::size_t sum = sums_[block + step];
+    const bool isBehind = sum <= rank;  // which no processor can guess: hence no branch
+    block += isBehind ? step : 0;
+    rank -= isBehind ? sum : 0;
+  }
+  return {block, rank};
+}
+
+RangeList::Place RangeList::findOverlap(Bounds range) const {
   return placeOf(searchOverlap(size_, [&](std::size_t middle) {
     const Place place = placeOf(middle);
     return overlap(blocks_[place.block][place.index], range);
@@ -119,7 +121,10 @@ void RangeList::insert(Place place, Bounds range) {
   Block& block = blocks_[place.block];
   block.insert(block.begin() + static_cast<std::ptrdiff_t>(place.index), range);
   ++size_;
-  if (block.size() <= kBlock) return;
+  if (block.size() <= kBlock) {
+    changeSize(place.block, 1);
+    return;
+  }
   // Where ranges are appended, the full block stays full.
   const bool appended = place.block + 1 == blocks_.size() && place.index + 1 == block.size();
   const auto middle = appended ? block.end() - 1 : block.begin() + kBlock / 2;
@@ -128,6 +133,7 @@ void RangeList::insert(Place place, Bounds range) {
   upper.assign(middle, block.end());
   block.erase(middle, block.end());
   blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block) + 1, std::move(upper));
+  sumSizes();
 }
 
 void RangeList::erase(Place place) {
@@ -136,7 +142,20 @@ void RangeList::erase(Place place) {
   --size_;
   if (block.empty() && blocks_.size() > 1) {
     blocks_.erase(blocks_.begin() + static_cast<std::ptrdiff_t>(place.block));
+    sumSizes();
+  } else {
+    changeSize(place.block, static_cast<std::size_t>(-1));
   }
+}
+
+void RangeList::changeSize(std::size_t block, std::size_t by) {
+  for (std::size_t i = block + 1; i <= blocks_.size(); i += i & -i) sums_[i] += by;
+}
+
+void RangeList::sumSizes() {
+  sums_.assign(std::bit_ceil(blocks_.size() + 1), std::numeric_limits<std::size_t>::max());
+  std::fill_n(sums_.begin(), blocks_.size() + 1, 0);
+  for (std::size_t i = 0; i < blocks_.size(); ++i) changeSize(i, blocks_[i].size());
 }
 
 }  // namespace orvane

@@ -39,8 +39,8 @@ inline std::set<unsigned short>::const_iterator firstInside(const std::set<unsig
 void erasePorts(std::set<unsigned short>& ports, Bounds covered);
 
 // The ranges of a list while it is being read, by their ends. Merging needs probes by rank, for
-// which a set would have to step: this one keeps blocks of them, so that it finds a rank in a few
-// steps and moves little to make room.
+// which a set would have to step: this one keeps blocks of them, and sums of their sizes by which
+// it finds a rank in a few steps.
 class RangeList {
  public:
   // Adds one range as addRange() does for a set; returns the range whose ports are swallowed.
@@ -48,7 +48,10 @@ class RangeList {
 
   // Puts a range that ends after all others at the end, as it is.
   void append(Bounds range) {
-    if (blocks_.empty()) blocks_.emplace_back();
+    if (blocks_.empty()) {
+      blocks_.emplace_back();
+      sumSizes();
+    }
     insert({blocks_.size() - 1, blocks_.back().size()}, range);
   }
 
@@ -74,12 +77,18 @@ class RangeList {
   Bounds& at(Place place) { return blocks_[place.block][place.index]; }
 
   // The end position is that of the last block.
+  Place placeOf(std::size_t rank) const;
   Place findOverlap(Bounds range) const;
   Place lowerBound(std::uint32_t end) const;
   void insert(Place place, Bounds range);
   void erase(Place place);
+  void changeSize(std::size_t block, std::size_t by);
+  void sumSizes();
 
   std::vector<Block> blocks_;  // there is one once anything was added
+  // A binary indexed tree: element i has the sizes of as many blocks up to the i-th, counted from
+  // 1, as the lowest bit of i says. It is filled up to a power of two by what is above every rank.
+  std::vector<std::size_t> sums_;
   std::size_t size_ = 0;
 };
 
