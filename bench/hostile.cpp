@@ -135,8 +135,8 @@ void measure(const std::string& reader, const Texts& texts, Read read) {
   write(reader, worst);
 }
 
-template <typename Object, typename Method>
-auto reading(Method method) {
+template <typename Object>
+auto reading(void (Object::*method)(const char*)) {
   return [method](const std::string& text) {
     Object object;
     (object.*method)(text.c_str());
@@ -211,17 +211,12 @@ Texts trees(bool header) {
 
 void measureLibrary() {
   const Texts lists = portLists();
-  measure(
-      "range and port text", lists,
-      reading<OrvanePort>(static_cast<void (OrvanePort::*)(const char*)>(&OrvanePort::setPort)));
+  measure("range and port text", lists, reading<OrvanePort>(&OrvanePort::setPort));
   measure("address",
           {{"one number of a million digits", std::string(kSize, '9')},
            {"dots alone", std::string(kSize, '.')}},
-          reading<OrvanePortMapping>(
-              static_cast<void (OrvanePortMapping::*)(const char*)>(&OrvanePortMapping::setIp)));
-  measure("port list", lists,
-          reading<OrvanePortMapping>(
-              static_cast<void (OrvanePortMapping::*)(const char*)>(&OrvanePortMapping::setPorts)));
+          reading<OrvanePortMapping>(&OrvanePortMapping::setIp));
+  measure("port list", lists, reading<OrvanePortMapping>(&OrvanePortMapping::setPorts));
   const Texts groups = sections("UPID", "PortRange");
   measure("application section", groups,
           reading<OrvaneApplication>(&OrvaneApplication::setSection));

@@ -45,9 +45,9 @@ std::string padded(std::uint64_t value, std::size_t digits) {
 using Piece = std::function<std::string(std::size_t rank, std::size_t count)>;
 
 // A text of pieces, between two others, that an object reads.
-template <typename Object, typename Method>
-Make reading(Method method, const Piece& piece, const std::string& before = "",
-             const std::string& after = "") {
+template <typename Object>
+Make reading(void (Object::*method)(const char*), const Piece& piece,
+             const std::string& before = "", const std::string& after = "") {
   return [=](const Numbers& ranks) -> Run {
     std::string text = before;
     for (const std::size_t rank : ranks) text += piece(rank, ranks.size());
@@ -64,9 +64,7 @@ Make mappingSection(const Piece& piece) {
 }
 
 Make portList(const Piece& piece, const std::string& before = "") {
-  return reading<OrvanePortMapping>(
-      static_cast<void (OrvanePortMapping::*)(const char*)>(&OrvanePortMapping::setPorts), piece,
-      before);
+  return reading<OrvanePortMapping>(&OrvanePortMapping::setPorts, piece, before);
 }
 
 // A group with a padded key.
