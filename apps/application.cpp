@@ -30,7 +30,7 @@ unsigned int drawNumber(unsigned int seed) {
 
 }  // namespace
 
-OrvaneApplication::OrvaneApplication() : id(static_cast<int>(getUniqueID() + 2000)) {}
+OrvaneApplication::OrvaneApplication() : id(orvane::freshIdentifier()) {}
 
 OrvaneApplication::~OrvaneApplication() = default;
 

@@ -36,6 +36,9 @@ inline constexpr std::array<std::string_view, kGroupId + 1> kApplicationKeys = {
     "PortRange",        "IPv4",   "Action", "SelectorType", "UPID", "ApplName", "UniqueBlockNumber",
     "SelectorTypeInfo", "GroupID"};
 
+// The identifier of a new application.
+inline int freshIdentifier() { return static_cast<int>(OrvaneApplication::getUniqueID() + 2000); }
+
 inline std::string_view nameOf(const tagApplication& application) {
   return fieldText(application.name, sizeof application.name);
 }
