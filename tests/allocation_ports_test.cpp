@@ -23,21 +23,14 @@ const PortList kPortLists[] = {
     {" out of order", "443,80,2000-1000,22,30-20,1500"},
     {" with overlaps", "1-5,3-9,8-20,100-200,150-160,7"},
     {" of many ports", repeated(20, [](auto i) { return to_string(2000 - 7 * i) + ","; })},
-    {" of very many", repeated(320, [](auto i) {
+    {" of very many", repeated(40, [](auto i) {
        const unsigned int start = 1 + i * 37 * 97 % 65521;
        return to_string(start) + (i % 2 == 0 ? "," : "-" + to_string(start + 30) + ",");
      })}};
 const std::string& kVeryMany = std::end(kPortLists)[-1].text;
 
-// Several ports and ranges may be added one by one, to a mapping that has few.
 void drawItem(const std::string& name, const OrvanePortMapping& item, Picture& picture) {
-  OrvanePortMapping fields(item);
-  const bool few = item.getPorts().size() < 10;
-  if (few) fields.setPorts("");
-  picture[name] = show(fields);
-  if (!few) return;
-  for (const auto port : item.getPorts()) picture[name + to_string(port)];
-  for (const auto& range : item.getRanges()) picture[name + range.getRange()];
+  picture[name] = show(item);
 }
 
 struct PortsWorld : Samples<OrvanePortMapping, drawItem> {
@@ -68,7 +61,6 @@ TEST(Allocation, PortMapping) {
   checkCopies<World, tagPortMapping>(" as records");
   for (const PortList& list : kPortLists) {
     const char* const text = list.text.c_str();
-
     check<World>({STRONG(w.few.setPorts(text)), STRONG(w.none.setPorts(text)),
                   STRONG(w.text = Mapping::sortPorts(text)),
                   STRONG(w.text = Mapping::parse(kOrvaneParsePorts, text)),
