@@ -61,7 +61,7 @@ TEST_F(FilesTest, UnusableInputAndUsage) {
 }
 
 TEST_F(FilesTest, HelpAndVersion) {
-  EXPECT_EQ(run("--version").out, "orvane 1.0.0\n");
+  EXPECT_EQ(run("--version").out, "orvane 1.1.0\n");
   for (const std::string command : {"", "apps", "diff", "ports", "check", "used", "catalogue",
                                     "tree", "tree pack", "import", "import services", "lint"}) {
     const Result result = run(command + " --help");
