@@ -60,6 +60,28 @@ struct DescriptionHash {
   }
 };
 
+// An item that removeNew() gives to another application.
+struct TakenItem {
+  OrvaneApplication* taker;
+  unsigned int address;
+  OrvanePortMapping* item;
+
+  auto place() const { return std::pair(taker, address); }
+};
+
+// Calls give(items, more) for the items of each application that takes some in.
+template <typename Give>
+void forEachTaker(std::span<const TakenItem> taken, Give give) {
+  while (!taken.empty()) {
+    OrvaneApplication* const taker = taken.front().taker;
+    const auto last =
+        std::ranges::find_if(taken, [=](const TakenItem& next) { return next.taker != taker; });
+    const auto count = static_cast<std::size_t>(last - taken.begin());
+    give(taker->items, taken.first(count));
+    taken = taken.subspan(count);
+  }
+}
+
 // Whether removeNew() moves an application.
 bool isMoved(const OrvaneApplication& application) {
   return isNew(application) && application.items.size() > 1;
@@ -128,33 +150,45 @@ void OrvaneAppMapping::removeNew(OrvaneAppMapping& other) {
   // The first application with an identifier, here or of those that are moved, takes in the items
   // of the others with it. All room is made before anything moves.
   orvane::FirstByKey<OrvaneApplication*> takers;
-  orvane::FirstByKey<std::size_t> itemCounts;
   takers.reserve(size());
   for (OrvaneApplication& application : *this) takers.tryEmplace(keyOf(application), &application);
+  std::vector<TakenItem> taken;
   for (OrvaneApplication& application : other) {
     if (!isMoved(application)) continue;
     OrvaneApplication* const taker = takers.tryEmplace(keyOf(application), &application);
-    std::size_t& count = itemCounts.tryEmplace(keyOf(application), taker->items.size());
-    if (taker != &application) count += application.items.size();
+    if (taker == &application) continue;
+    for (OrvanePortMapping& item : application.items) {
+      taken.push_back({taker, item.getIpAddress(), &item});
+    }
   }
-  for (OrvaneApplication& application : other) {
-    if (!isMoved(application)) continue;
-    (*takers.find(keyOf(application)))->items.reserve(*itemCounts.find(keyOf(application)));
-  }
+  std::ranges::stable_sort(taken, {}, &TakenItem::place);
+  std::vector<OrvaneItems> fresh;  // at addresses that their takers have no item at
+  forEachTaker(taken, [&](OrvaneItems& items, std::span<const TakenItem> more) {
+    const auto count = std::ranges::count_if(
+        more, [&](const TakenItem& next) { return items.find(*next.item) == items.end(); });
+    items.reserve(items.size() + static_cast<std::size_t>(count));
+    fresh.emplace_back().reserve(static_cast<std::size_t>(count));
+  });
 
+  auto list = fresh.begin();
+  forEachTaker(taken, [&](OrvaneItems& items, std::span<const TakenItem> more) {
+    for (const TakenItem& next : more) {
+      const auto held = items.find(*next.item);
+      if (held != items.end()) {
+        orvane::mergeItem(*next.item, *held);
+      } else {
+        orvane::appendItem(std::move(*next.item), *list);
+      }
+    }
+    items.merge(*list++);
+  });
   auto kept = other.begin();
   for (OrvaneApplication& application : other) {
     if (!isMoved(application)) {
       if (&*kept != &application) *kept = std::move(application);
       ++kept;
-      continue;
-    }
-    OrvaneApplication*& taker = *takers.find(keyOf(application));
-    if (taker == &application) {
+    } else if (*takers.find(keyOf(application)) == &application) {
       push_back(std::move(application));
-      taker = &back();
-    } else {
-      orvane::addItems(std::move(application.items), taker->items);
     }
   }
   other.erase(kept, other.end());
@@ -166,13 +200,27 @@ void OrvaneAppMapping::updateNew(OrvaneAppMapping& other) const {
   for (OrvaneApplication& application : other) {
     first.try_emplace(describe(application), &application);
   }
+  std::vector<std::pair<OrvaneApplication*, unsigned int>> removed;  // by address
+  removed.reserve(size());
+
   for (const OrvaneApplication& application : *this) {
     const auto found = first.find(describe(application));
     if (found == first.end()) continue;
-    OrvaneApplication& updated = *found->second;
-    updated.setAction(kOrvaneActionUpdate);
-    updated.setUpid(application.upid);
-    if (!application.items.empty()) updated.deleteItem(application.items.front());
+    found->second->setAction(kOrvaneActionUpdate);
+    found->second->setUpid(application.upid);
+    if (application.items.empty()) continue;
+    removed.emplace_back(found->second, application.items.front().getIpAddress());
+  }
+  std::ranges::sort(removed);
+  for (auto next = removed.begin(); next != removed.end();) {
+    OrvaneApplication* const updated = next->first;
+    updated->items.erase_if([&](const OrvanePortMapping& item) {
+      const std::pair place(updated, item.getIpAddress());
+      while (next != removed.end() && *next < place) ++next;
+      return next != removed.end() && *next == place;
+    });
+    next = std::find_if(next, removed.end(),
+                        [updated](const auto& pair) { return pair.first != updated; });
   }
 }
 

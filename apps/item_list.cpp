@@ -19,19 +19,26 @@ OrvanePortMapping withoutPorts(const ItemFields& fields) {
   return item;
 }
 
-// Moves the ports and ranges of an item to the one with its address.
+}  // namespace
+
 void mergeItem(OrvanePortMapping& item, OrvanePortMapping& held) {
   splice(item.ports, held.ports);
   splice(item.ranges, held.ranges);
 }
-
-}  // namespace
 
 OrvanePortMapping* addItem(OrvanePortMapping item, OrvaneItems& items) {
   const auto place = items.lower_bound(item);
   if (place == items.end() || !(*place == item)) return items.insert(place, std::move(item));
   mergeItem(item, *place);
   return place;
+}
+
+void appendItem(OrvanePortMapping item, OrvaneItems& items) {
+  if (items.empty() || items.back() < item) {
+    items.insert(items.end(), std::move(item));
+  } else {
+    mergeItem(item, items.back());
+  }
 }
 
 void addItems(OrvaneItems more, OrvaneItems& items) {

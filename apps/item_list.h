@@ -12,8 +12,14 @@
 
 namespace orvane {
 
+// Moves the ports and ranges of an item to the one with its address.
+void mergeItem(OrvanePortMapping& item, OrvanePortMapping& held);
+
 // Adds an item, or its ports and ranges to the item with its address; returns the item held.
 OrvanePortMapping* addItem(OrvanePortMapping item, OrvaneItems& items);
+
+// Adds an item, whose address is not below that of any held, to a list that has room for it.
+void appendItem(OrvanePortMapping item, OrvaneItems& items);
 
 // Adds the items of another list.
 void addItems(OrvaneItems more, OrvaneItems& items);

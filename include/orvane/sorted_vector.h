@@ -173,6 +173,21 @@ class sorted_vector {
     return position;
   }
 
+  /// Removes each element that `isRemoved` holds for; they are asked in order.
+  template <typename Predicate>
+  void erase_if(Predicate isRemoved) {
+    iterator kept = first_;
+    for (iterator next = first_; next != last_; ++next) {
+      if (isRemoved(std::as_const(*next))) {
+        std::destroy_at(next);
+      } else {
+        if (kept != next) relocate(next, kept);
+        ++kept;
+      }
+    }
+    last_ = kept;
+  }
+
   /// Removes all elements; the room stays.
   void clear() {
     std::destroy(first_, last_);
