@@ -54,8 +54,8 @@ struct DescriptionHash {
       rest.remove_prefix(rest.copy(reinterpret_cast<char*>(&bytes), sizeof bytes));
       take(bytes);
     }
-    take(static_cast<std::uint32_t>(description.category));
-    take(static_cast<std::uint32_t>(description.type));
+    take(std::uint64_t{static_cast<std::uint32_t>(description.category)} << 32U |
+         static_cast<std::uint32_t>(description.type));
     return hash;
   }
 };

@@ -70,4 +70,39 @@ TEST(SortedVector, KeepsOrderAndMovesElementsWhole) {
   compareWithPlainVector<false>();
 }
 
+// Random merges and removals of many at once against the same one by one.
+TEST(SortedVector, MergesAndRemovesManyAsOneByOne) {
+  std::mt19937 random(4);
+  const auto values = [&] {
+    sorted_vector<Tagged, true> vector;
+    for (std::size_t count = random() % 9; count > 0; --count) {
+      vector.insert(Tagged(static_cast<int>(random() % 12), std::to_string(random())));
+    }
+    return vector;
+  };
+  const auto show = [](const sorted_vector<Tagged, true>& vector) {
+    std::string text;
+    for (const Tagged& value : vector) text += std::to_string(value.key) + value.tag + " ";
+    return text;
+  };
+  for (unsigned int round = 0; round < 3000; ++round) {
+    sorted_vector<Tagged, true> into = values();
+    sorted_vector<Tagged, true> from = values();
+    sorted_vector<Tagged, true> expected = into;
+    sorted_vector<Tagged, true> staying;
+    for (const Tagged& value : from) {
+      (into.find(value) == into.end() ? expected : staying).insert(value);
+    }
+    into.merge(from);
+    ASSERT_EQ(show(into), show(expected));
+    ASSERT_EQ(show(from), show(staying));
+    into.erase_if([](const Tagged& value) { return value.key % 3 == 0; });
+    for (int key = 0; key < 12; key += 3) {
+      const auto* const found = expected.find(Tagged(key, ""));
+      if (found != expected.end()) expected.erase(found);
+    }
+    ASSERT_EQ(show(into), show(expected));
+  }
+}
+
 }  // namespace
