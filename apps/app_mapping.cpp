@@ -145,8 +145,9 @@ void OrvaneAppMapping::remove(const OrvaneApplication& application) {
 
 void OrvaneAppMapping::removeNew(OrvaneAppMapping& other) {
   if (this == &other) return;
-  orvane::makeRoom<OrvaneApplication>(
-      *this, static_cast<std::size_t>(std::ranges::count_if(other, isMoved)));
+  const auto moved = static_cast<std::size_t>(std::ranges::count_if(other, isMoved));
+  if (moved == 0) return;
+  orvane::makeRoom(*this, moved);
   // The first application with an identifier, here or of those that are moved, takes in the items
   // of the others with it. All room is made before anything moves.
   orvane::FirstByKey<OrvaneApplication*> takers;
@@ -166,7 +167,7 @@ void OrvaneAppMapping::removeNew(OrvaneAppMapping& other) {
   forEachTaker(taken, [&](OrvaneItems& items, std::span<const TakenItem> more) {
     const auto count = std::ranges::count_if(
         more, [&](const TakenItem& next) { return items.find(*next.item) == items.end(); });
-    items.reserve(items.size() + static_cast<std::size_t>(count));
+    orvane::makeRoom(items, static_cast<std::size_t>(count));
     fresh.emplace_back().reserve(static_cast<std::size_t>(count));
   });
 

@@ -82,24 +82,25 @@ ItemFields readItemFields(const Fields& fields) {
   return item;
 }
 
-// The application's own fields but the category.
+// The application's own fields but the category. The name comes last: the fields may lie in it.
 template <typename Fields>
 void readOwnFields(const Fields& fields, OrvaneApplication& application) {
   if (fields.holds(kAction)) application.action = readAction(fields[kAction]);
   if (fields.holds(kSelectorType)) application.type = readType(fields[kSelectorType]);
   if (fields.holds(kUpid)) application.upid = readNumber(fields[kUpid]);
-  if (fields.holds(kApplName)) setName(fields[kApplName], application);
   if (fields.holds(kGroupId)) application.setID(readSigned(fields[kGroupId]));
+  if (fields.holds(kApplName)) setName(fields[kApplName], application);
 }
 
 // The same and the category, which the item gives.
 template <typename Fields>
 void readFields(const Fields& fields, OrvaneApplication& application) {
+  if (fields.holds(kSelectorTypeInfo)) {
+    application.appCategory = readSigned(fields[kSelectorTypeInfo]) >= kOrvaneSelectorInfoCategory1
+                                  ? kOrvaneCategory1
+                                  : kOrvaneCategory0;
+  }
   readOwnFields(fields, application);
-  if (!fields.holds(kSelectorTypeInfo)) return;
-  application.appCategory = readSigned(fields[kSelectorTypeInfo]) >= kOrvaneSelectorInfoCategory1
-                                ? kOrvaneCategory1
-                                : kOrvaneCategory0;
 }
 
 }  // namespace orvane

@@ -19,6 +19,15 @@ OrvanePortMapping withoutPorts(const ItemFields& fields) {
   return item;
 }
 
+// What an item has and one with its address lacks.
+OrvanePortMapping lackedBy(const OrvanePortMapping& held, const OrvanePortMapping& item) {
+  OrvanePortMapping missing;
+  missing.ip.address = item.ip.address;
+  missing.ports = missingFrom(held.ports, item.ports);
+  missing.ranges = missingFrom(held.ranges, item.ranges);
+  return missing;
+}
+
 }  // namespace
 
 void mergeItem(OrvanePortMapping& item, OrvanePortMapping& held) {
@@ -26,7 +35,7 @@ void mergeItem(OrvanePortMapping& item, OrvanePortMapping& held) {
   splice(item.ranges, held.ranges);
 }
 
-OrvanePortMapping* addItem(OrvanePortMapping item, OrvaneItems& items) {
+OrvanePortMapping* addItem(OrvanePortMapping&& item, OrvaneItems& items) {
   const auto place = items.lower_bound(item);
   if (place == items.end() || !(*place == item)) return items.insert(place, std::move(item));
   mergeItem(item, *place);
@@ -41,9 +50,24 @@ void appendItem(OrvanePortMapping item, OrvaneItems& items) {
   }
 }
 
-void addItems(OrvaneItems more, OrvaneItems& items) {
+OrvanePortMapping* addItem(const OrvanePortMapping& item, OrvaneItems& items) {
+  const auto held = items.find(item);
+  return addItem(held == items.end() ? OrvanePortMapping(item) : lackedBy(*held, item), items);
+}
+
+void addItems(OrvaneItems&& more, OrvaneItems& items) {
   items.merge(more);
   for (OrvanePortMapping& item : more) mergeItem(item, *items.find(item));
+}
+
+void addItems(const OrvaneItems& more, OrvaneItems& items) {
+  OrvaneItems added;
+  for (const OrvanePortMapping& item : more) {
+    const auto held = items.find(item);
+    added.insert(added.end(),
+                 held == items.end() ? OrvanePortMapping(item) : lackedBy(*held, item));
+  }
+  addItems(std::move(added), items);
 }
 
 OrvanePortMapping readItem(const ItemFields& fields) {

@@ -16,13 +16,15 @@ namespace orvane {
 void mergeItem(OrvanePortMapping& item, OrvanePortMapping& held);
 
 // Adds an item, or its ports and ranges to the item with its address; returns the item held.
-OrvanePortMapping* addItem(OrvanePortMapping item, OrvaneItems& items);
+OrvanePortMapping* addItem(OrvanePortMapping&& item, OrvaneItems& items);
+OrvanePortMapping* addItem(const OrvanePortMapping& item, OrvaneItems& items);
 
 // Adds an item, whose address is not below that of any held, to a list that has room for it.
 void appendItem(OrvanePortMapping item, OrvaneItems& items);
 
 // Adds the items of another list.
-void addItems(OrvaneItems more, OrvaneItems& items);
+void addItems(OrvaneItems&& more, OrvaneItems& items);
+void addItems(const OrvaneItems& more, OrvaneItems& items);
 
 // Reads an item.
 OrvanePortMapping readItem(const ItemFields& fields);

@@ -14,12 +14,8 @@
 #include "hostile.h"
 #include "hostile_texts.h"
 
+namespace bench {
 namespace {
-
-using bench::Numbers;
-using bench::Operation;
-using bench::Order;
-using bench::Run;
 
 using Make = std::function<Run(const Numbers&)>;
 using NamedOrder = std::pair<std::string, Order>;
@@ -110,7 +106,6 @@ Order kept(const Order& order) {
 }
 
 void addKeyed(std::vector<Operation>& operations) {
-  using namespace bench;
   const auto ascendingKeys = [](auto count) {
     Numbers keys = randomKeys(count);
     std::ranges::sort(keys);
@@ -175,7 +170,7 @@ void describe(const std::string& name, int category, int type, OrvaneApplication
 }
 
 Operation updateNew() {
-  const auto spread = [](auto i) { return static_cast<int>(bench::splitMix(i) >> 36); };
+  const auto spread = [](auto i) { return static_cast<int>(splitMix(i) >> 36); };
   const auto differ = [=](auto count) {
     return updatingNew(count, [=](auto i, auto& a) { describe("n", spread(i), -spread(i), a); });
   };
@@ -186,13 +181,12 @@ Operation updateNew() {
     });
   };
   const auto names = [=](auto count) {
-    return updatingNew(
-        count, [](auto i, auto& a) { describe(padded(bench::splitMix(i) >> 16, 16), 0, 1, a); });
+    return updatingNew(count,
+                       [](auto i, auto& a) { describe(padded(splitMix(i) >> 16, 16), 0, 1, a); });
   };
   const auto hostileNames = [](auto count) {
-    return updatingNew(count, [names = bench::collidingNames(count)](auto i, auto& a) {
-      describe(names[i], 0, 1, a);
-    });
+    return updatingNew(
+        count, [names = collidingNames(count)](auto i, auto& a) { describe(names[i], 0, 1, a); });
   };
   return {"updateNew",
           17,
@@ -203,7 +197,6 @@ Operation updateNew() {
 }
 
 void addOrdered(std::vector<Operation>& operations) {
-  using namespace bench;
   const std::vector<NamedOrder> orders = {{"ascending order", ascending},
                                           {"descending order", backwards(ascending)},
                                           {"from outside in", outsideIn},
@@ -228,9 +221,8 @@ void addOrdered(std::vector<Operation>& operations) {
   };
   const auto rangesFirst = [](std::size_t count) {
     Numbers numbers = ascending(count);
-    std::ranges::rotate(
-        numbers,
-        numbers.begin() + std::min<std::ptrdiff_t>(static_cast<std::ptrdiff_t>(count / 2), 65535));
+    const auto half = static_cast<std::ptrdiff_t>(std::min<std::size_t>(count / 2, 65535));
+    std::rotate(numbers.begin(), numbers.begin() + half, numbers.end());
     return numbers;
   };
   operations.push_back(varied("port list, ports and ranges of one port", 10, portList(twice),
@@ -265,8 +257,8 @@ void addOrdered(std::vector<Operation>& operations) {
       return inTurns(count, length == 0 ? 2 : count / length);
     };
     std::vector<NamedOrder> more = orders;
-    more.push_back({"in turns, ascending", turns});
-    more.push_back({"in turns, descending", backwards(turns)});
+    more.emplace_back("in turns, ascending", turns);
+    more.emplace_back("in turns, descending", backwards(turns));
     operations.push_back(
         varied(length == 0 ? "mapping section, two applications" : "mapping section, many", kSize,
                mappingSection(groups(length)), more));
@@ -284,7 +276,7 @@ void addOrdered(std::vector<Operation>& operations) {
     };
   };
   std::vector<NamedOrder> upids = orders;
-  upids.push_back({"one UPID", [](auto count) { return Numbers(count, 7); }});
+  upids.emplace_back("one UPID", [](auto count) { return Numbers(count, 7); });
   operations.push_back(varied("tree buffer", sizeof(UPID_TREE_NODE_S), tree, upids));
 }
 
@@ -292,15 +284,14 @@ void addOrdered(std::vector<Operation>& operations) {
 Operation sectionStore() {
   const auto lines = [](const Piece& line) {
     return [line](auto count) {
-      return reading<OrvaneIni>(&OrvaneIni::setSection, line, "",
-                                ";\n")(bench::inRandomOrder(count));
+      return reading<OrvaneIni>(&OrvaneIni::setSection, line, "", ";\n")(inRandomOrder(count));
     };
   };
   const std::string letters(100, 'x');
   const auto mixed = [letters](auto rank) {
     std::string key = letters;
     for (std::size_t i = 0; i < 32; ++i) {
-      if ((bench::splitMix(rank) >> i & 1) != 0) key[3 * i] = 'X';
+      if ((splitMix(rank) >> i & 1) != 0) key[3 * i] = 'X';
     }
     return key;
   };
@@ -319,8 +310,9 @@ Operation sectionStore() {
 }
 
 }  // namespace
+}  // namespace bench
 
-std::vector<Operation> bench::operations() {
+std::vector<bench::Operation> bench::operations() {
   std::vector<Operation> operations;
   addKeyed(operations);
   operations.push_back(updateNew());
@@ -331,7 +323,7 @@ std::vector<Operation> bench::operations() {
 
 void bench::measureNameless(bool large) {
   std::cout << "\n| groups without any key | number, million | ns a group |\n|---|---|---|\n";
-  for (const std::string group : {";\n", "A=\n;\n"}) {
+  for (std::string group : {";\n", "A=\n;\n"}) {
     for (const double millions : {0.5, 2.0, 8.0}) {
       if (millions > 2 && !large) continue;
       const auto count = static_cast<std::size_t>(millions * 1e6);

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <numeric>
+#include <utility>
 
 #include "catalogue/app_info_fields.h"
 #include "ports/port_list.h"
@@ -96,8 +97,7 @@ void OrvaneAppInfo::setSection(const char* text) { setSection(orvane::viewOf(tex
 void OrvaneAppInfo::setSection(std::string_view text) {
   const orvane::AppInfoKeys keys = orvane::currentKeys();
   orvane::SectionLines lines(text);
-  orvane::AppInfoGroup group(keys);
-  orvane::AppInfoGroup last = group;
-  while (group.read(lines)) last.overlay(group);
-  orvane::readFields(last, *this);
+  OrvaneAppInfo read(*this);
+  for (orvane::AppInfoGroup group(keys); group.read(lines);) orvane::readFields(group, read);
+  *this = std::move(read);
 }

@@ -52,13 +52,13 @@ void OrvanePortCounter::add(std::string_view text) {
 }
 
 void OrvanePortCounter::add(const std::set<unsigned short>& more) {
-  std::set<unsigned short> copy = more;
-  orvane::splice(copy, ports);
+  std::set<unsigned short> missing = orvane::missingFrom(ports, more);
+  orvane::splice(missing, ports);
 }
 
 void OrvanePortCounter::add(const std::set<OrvanePortRange>& more) {
-  std::set<OrvanePortRange> copy = more;
-  orvane::splice(copy, ranges);
+  std::set<OrvanePortRange> missing = orvane::missingFrom(ranges, more);
+  orvane::splice(missing, ranges);
 }
 
 void OrvanePortCounter::remove(const char* text) { remove(orvane::viewOf(text)); }

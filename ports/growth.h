@@ -10,8 +10,8 @@
 namespace orvane {
 
 // Makes room for more elements; in growing steps, since many small additions may follow each other.
-template <typename Element>
-void makeRoom(std::vector<Element>& elements, std::size_t more) {
+template <typename Elements>
+void makeRoom(Elements& elements, std::size_t more) {
   const std::size_t needed = elements.size() + more;
   if (needed > elements.capacity()) {
     elements.reserve(std::max(needed, 2 * elements.capacity()));
@@ -33,7 +33,7 @@ void makeRoomForText(std::vector<Element>& elements, std::size_t read, std::size
 // Moves elements to the end of others: all or, when memory runs out, none.
 template <typename Element>
 void appendAll(std::vector<Element>& more, std::vector<Element>& elements) {
-  if (elements.empty()) {
+  if (elements.empty() && elements.capacity() < more.size()) {
     elements.swap(more);
     return;
   }

@@ -65,6 +65,21 @@ struct FlatPortList {
 // REQUIRES: they are empty.
 void readPortList(std::string_view text, tagPortMapping& mapping);
 
+// The elements of an ordered set that another lacks. Those between them cost no search where both
+// lie close together.
+template <typename Set>
+Set missingFrom(const Set& held, const Set& set) {
+  Set missing;
+  const auto less = held.key_comp();
+  auto place = held.begin();
+  for (const auto& element : set) {
+    if (place != held.end() && less(*place, element)) ++place;
+    if (place != held.end() && less(*place, element)) place = held.lower_bound(element);
+    if (place == held.end() || less(element, *place)) missing.insert(missing.end(), element);
+  }
+  return missing;
+}
+
 // Moves all elements of an ordered set into another, except those that it has. Allocates nothing.
 template <typename Set>
 void splice(Set& from, Set& to) {

@@ -17,12 +17,12 @@ std::set<OrvanePortRange>::const_iterator OrvanePortMapping::findOverlapped(
 }
 
 void OrvanePortMapping::addPorts(const std::set<unsigned short>& set) {
-  std::set<unsigned short> more = set;
+  std::set<unsigned short> more = orvane::missingFrom(ports, set);
   orvane::splice(more, ports);
 }
 
 void OrvanePortMapping::addRanges(const std::set<OrvanePortRange>& set) {
-  std::set<OrvanePortRange> more = set;
+  std::set<OrvanePortRange> more = orvane::missingFrom(ranges, set);
   orvane::splice(more, ranges);
 }
 

@@ -51,10 +51,11 @@ struct Twins {
 };
 
 // An operation and its twin, called on the same part of the objects with the same arguments.
-#define TWINS(part, get, append)                                          \
-  {                                                                       \
-#get, [](Objects & o) { return std::string(o.part.get); },            \
-        []([[maybe_unused]] Objects & o, std::string & to) { o.part.append; } \
+#define TWINS(part, get, append)                                                                \
+  {                                                                                             \
+#get, [](Objects & o) { return std::string(o.part.get); }, []([[maybe_unused]] Objects & o, \
+                                                                  std::string &                 \
+                                                                      to) { o.part.append; }    \
   }
 
 const Twins kTwins[] = {
@@ -67,7 +68,8 @@ const Twins kTwins[] = {
     TWINS(item, getMappingAsString(), appendMapping(to)),
     TWINS(item, getDiffAsString(o.other), appendDiff(to, o.other)),
     TWINS(item, sortPorts("443, 80,1-2"), appendSortedPorts(to, "443, 80,1-2")),
-    TWINS(item, parse(kOrvaneParseRanges, "80,1-2"), appendParsed(to, kOrvaneParseRanges, "80,1-2")),
+    TWINS(item, parse(kOrvaneParseRanges, "80,1-2"),
+          appendParsed(to, kOrvaneParseRanges, "80,1-2")),
     TWINS(item, PortArrayToString(o.other.getPorts()), appendPortArray(to, o.other.getPorts())),
     TWINS(older, getSection(true), appendSection(to, true)),
     TWINS(older, getInitialSection(), appendInitialSection(to)),
@@ -95,11 +97,17 @@ const Twins kTwins[] = {
 // The current texts of the operations that others replace, read in place.
 struct ReplacedTexts {
   Objects o;
-  std::vector<const char*> texts = {
-      o.older.getSection(true),     o.older.getInitialSection(), o.older.getAddNewSection(true),
-      o.older.getDeleteSection(true), o.entry.getSection(true),  o.entry.getPorts(),
-      o.item.getMappingAsString().c_str(), o.item.getIpAsString().c_str(),
-      o.item.getPortsAsString().c_str(), o.range.getRange(),     o.single.getPortStr()};
+  std::vector<const char*> texts = {o.older.getSection(true),
+                                    o.older.getInitialSection(),
+                                    o.older.getAddNewSection(true),
+                                    o.older.getDeleteSection(true),
+                                    o.entry.getSection(true),
+                                    o.entry.getPorts(),
+                                    o.item.getMappingAsString().c_str(),
+                                    o.item.getIpAsString().c_str(),
+                                    o.item.getPortsAsString().c_str(),
+                                    o.range.getRange(),
+                                    o.single.getPortStr()};
 
   std::vector<std::string> now() const { return {texts.begin(), texts.end()}; }
 };
@@ -175,7 +183,9 @@ TEST(Twins, TakeViewsUpToTheirEnd) {
 }
 
 template <typename Object, typename Argument>
-concept SetsType = requires(Object object, Argument argument) { object.setType(argument); };
+concept SetsType = requires(Object object, Argument argument) {
+  object.setType(argument);
+};
 
 TEST(Twins, TakePlainNumbersAsNumbers) {
   OrvaneApplication application = makeApplication(7);

@@ -39,7 +39,7 @@ enum tagAppInfoPortType : int {
 /// for the operations that return a text, whose calls must be serialised.
 ///
 /// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed, neither the
-/// entry nor what a twin appends to.
+/// entry nor what a twin appends to; only texts that operations return may be empty.
 class ORVANE_EXPORT OrvaneAppInfo {
  public:
   /// The keys of a section text, in the order given above, looked up anew by each operation that
@@ -53,7 +53,10 @@ class ORVANE_EXPORT OrvaneAppInfo {
   /// Copies every field.
   OrvaneAppInfo(const OrvaneAppInfo&) = default;
   OrvaneAppInfo(OrvaneAppInfo&&) noexcept = default;
-  OrvaneAppInfo& operator=(const OrvaneAppInfo& other) { return *this = OrvaneAppInfo(other); }
+  OrvaneAppInfo& operator=(const OrvaneAppInfo& other) {
+    if (this != &other) *this = OrvaneAppInfo(other);
+    return *this;
+  }
   OrvaneAppInfo& operator=(OrvaneAppInfo&&) noexcept = default;
 
   virtual ~OrvaneAppInfo();

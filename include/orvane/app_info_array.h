@@ -32,7 +32,8 @@ inline constexpr unsigned int kOrvaneReservedAdded = 2;   ///< an entry made fro
 /// except for the operations that return a text, whose calls must be serialised.
 ///
 /// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed: neither the
-/// catalogue, nor what a twin appends to, nor a list to be replaced.
+/// catalogue, nor what a twin appends to, nor a list to be replaced; only texts that operations
+/// return may be empty.
 class ORVANE_EXPORT OrvaneAppInfoArray {
  public:
   /// No entries.
@@ -42,7 +43,8 @@ class ORVANE_EXPORT OrvaneAppInfoArray {
   OrvaneAppInfoArray(const OrvaneAppInfoArray&) = default;
   OrvaneAppInfoArray(OrvaneAppInfoArray&&) noexcept = default;
   OrvaneAppInfoArray& operator=(const OrvaneAppInfoArray& other) {
-    return this == &other ? *this : *this = OrvaneAppInfoArray(other);
+    if (this != &other) *this = OrvaneAppInfoArray(other);
+    return *this;
   }
   OrvaneAppInfoArray& operator=(OrvaneAppInfoArray&&) noexcept = default;
 

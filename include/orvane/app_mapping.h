@@ -33,7 +33,7 @@
 /// that return a text, whose calls must be serialised.
 ///
 /// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed: neither the
-/// collections, nor what a twin appends to.
+/// collections, nor what a twin appends to; only texts that operations return may be empty.
 class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
  public:
   OrvaneAppMapping() = default;
@@ -42,7 +42,8 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
   OrvaneAppMapping(const OrvaneAppMapping&) = default;
   OrvaneAppMapping(OrvaneAppMapping&&) noexcept = default;
   OrvaneAppMapping& operator=(const OrvaneAppMapping& other) {
-    return this == &other ? *this : *this = OrvaneAppMapping(other);
+    if (this != &other) *this = OrvaneAppMapping(other);
+    return *this;
   }
   OrvaneAppMapping& operator=(OrvaneAppMapping&&) noexcept = default;
 
@@ -159,7 +160,8 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
   /// or empty text leaves none. Each closed group gives a default application with one item (see
   /// OrvaneApplication::setSection()), which is added as add() does: so the groups of one UPID, or
   /// of one GroupID without UPID, are united under the fields of the first. A group with neither
-  /// gives an application of its own, with an identifier that none before it has. Pairs after the
+  /// gives an application of its own, with an identifier that none before it has, counted up from
+  /// one that is drawn. Pairs after the
   /// last terminator line are dropped.
   void setSection(const char* text);
   void setSection(std::string_view text);

@@ -52,7 +52,8 @@ struct ORVANE_EXPORT tagApplication {
   tagApplication(const tagApplication&) = default;
   tagApplication(tagApplication&&) noexcept = default;
   tagApplication& operator=(const tagApplication& other) {
-    return this == &other ? *this : *this = tagApplication(other);
+    if (this != &other) *this = tagApplication(other);
+    return *this;
   }
   tagApplication& operator=(tagApplication&&) noexcept = default;
   ~tagApplication() = default;
@@ -83,7 +84,7 @@ struct ORVANE_EXPORT tagApplication {
 /// operations that return a text, whose calls must be serialised.
 ///
 /// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed, neither the
-/// application nor what a twin appends to.
+/// application nor what a twin appends to; only texts that operations return may be empty.
 class ORVANE_EXPORT OrvaneApplication : public tagApplication {
  public:
   /// The keys of a section text, in the order given above, without GroupID. They are for reading:
@@ -118,6 +119,7 @@ class ORVANE_EXPORT OrvaneApplication : public tagApplication {
   int getID() const { return id; }
 
   /// Set the field of their name. (A plain 0 is a number, not a null text.)
+  void setUpid(unsigned int value) { upid = value; }
   template <std::integral Number>
   void setUpid(Number value) {
     upid = static_cast<unsigned int>(value);

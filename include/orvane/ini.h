@@ -44,7 +44,8 @@ class ORVANE_EXPORT OrvaneIni {
   OrvaneIni(const OrvaneIni&) = default;
   OrvaneIni(OrvaneIni&&) noexcept = default;
   OrvaneIni& operator=(const OrvaneIni& other) {
-    return this == &other ? *this : *this = OrvaneIni(other);
+    if (this != &other) *this = OrvaneIni(other);
+    return *this;
   }
   OrvaneIni& operator=(OrvaneIni&&) noexcept = default;
 

@@ -55,7 +55,8 @@ class ORVANE_EXPORT OrvaneSock : public tagSock {
 /// appendText() and collides(), touch nothing.
 ///
 /// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed, neither the
-/// counter nor what appendText() appends to; but addSocket() may have registered the first ports.
+/// counter nor what appendText() appends to; but addSocket() may have registered the first ports,
+/// and texts that operations return may be empty.
 class ORVANE_EXPORT OrvanePortCounter {
  public:
   /// Nothing in use.
@@ -65,7 +66,8 @@ class ORVANE_EXPORT OrvanePortCounter {
   OrvanePortCounter(const OrvanePortCounter&) = default;
   OrvanePortCounter(OrvanePortCounter&&) noexcept = default;
   OrvanePortCounter& operator=(const OrvanePortCounter& other) {
-    return this == &other ? *this : *this = OrvanePortCounter(other);
+    if (this != &other) *this = OrvanePortCounter(other);
+    return *this;
   }
   OrvanePortCounter& operator=(OrvanePortCounter&&) noexcept = default;
   virtual ~OrvanePortCounter();

@@ -40,7 +40,10 @@ struct ORVANE_EXPORT tagPortMapping {
   /// Copies every field. Assignment is done or, when memory runs out, not done.
   tagPortMapping(const tagPortMapping&) = default;
   tagPortMapping(tagPortMapping&&) = default;
-  tagPortMapping& operator=(const tagPortMapping& other) { return *this = tagPortMapping(other); }
+  tagPortMapping& operator=(const tagPortMapping& other) {
+    if (this != &other) *this = tagPortMapping(other);
+    return *this;
+  }
   tagPortMapping& operator=(tagPortMapping&&) = default;
   ~tagPortMapping() = default;
 
@@ -65,7 +68,7 @@ struct ORVANE_EXPORT tagPortMapping {
 /// that return a text, whose calls must be serialised.
 ///
 /// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed, neither the
-/// mapping nor what a twin appends to.
+/// mapping nor what a twin appends to; only texts that operations return may be empty.
 ///
 /// Assignment leaves some fields alone, so std::swap() exchanges the others only, by deep copies,
 /// and std::sort() and whatever else moves elements by assignment separates items from their list
@@ -110,12 +113,14 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   void setIp(const ADDRESS_S& address) { ip = address; }
 
   /// Sets word 0 only.
+  void setIp(unsigned int address) { ip.address = address; }
   template <std::integral Number>
   void setIp(Number address) {
     ip.address = static_cast<unsigned int>(address);
   }
 
   /// Set the field of their name. (A plain 0 is a number, not a null text.)
+  void setUniqueBlockNumber(unsigned int number) { uniqueBlockNumber = number; }
   template <std::integral Number>
   void setUniqueBlockNumber(Number number) {
     uniqueBlockNumber = static_cast<unsigned int>(number);

@@ -25,7 +25,8 @@
 /// Several threads may use one object at once while none changes it, except for the operations that
 /// return a text: each has one text for the whole process, and calls of it must be serialised.
 /// Their append twins have no such text. Where memory runs out, std::bad_alloc leaves the operation
-/// and nothing has changed, neither the object nor what an append twin appends to.
+/// and nothing has changed, neither the object nor what an append twin appends to; only texts that
+/// operations return may be empty.
 class ORVANE_EXPORT OrvanePortRange {
  public:
   /// The range 0 to 0.
@@ -145,9 +146,12 @@ class ORVANE_EXPORT OrvanePort : public OrvanePortRange {
   OrvanePort& operator=(unsigned int number);
 
   /// `port = {}` takes those of a default port. (Without this it would mean the number 0.)
-  OrvanePort& operator=(std::initializer_list<std::nullptr_t>) { return *this = OrvanePort(); }
+  OrvanePort& operator=(std::initializer_list<std::nullptr_t> /*none*/) {
+    return *this = OrvanePort();
+  }
 
   /// Stores the port number unchecked.
+  void setPort(unsigned int number) { port = number; }
   template <std::integral Number>
   void setPort(Number number) {
     port = static_cast<unsigned int>(number);
