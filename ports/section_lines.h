@@ -29,12 +29,12 @@ class SectionLines {
   bool nextIs(std::string_view key) {
     std::string_view line = rest_;
     if (line.starts_with('\n')) line.remove_prefix(1);
-    if (line.size() <= key.size() || line[key.size()] != '=' || !line.starts_with(key))
-      return false;
+    const bool isKey = line.size() > key.size() && line[key.size()] == '=' && line.starts_with(key);
+    if (!isKey) return false;
     line.remove_prefix(key.size() + 1);
     key_ = key;
-    value_ = std::string_view(line.data(), std::min(line.find('\n'), line.size()));
-    rest_ = std::string_view(value_.end(), line.end());
+    value_ = line.substr(0, line.find('\n'));
+    rest_ = line.substr(value_.size());
     return true;
   }
 
