@@ -56,7 +56,7 @@ struct DescriptionHash {
     }
     take(std::uint64_t{static_cast<std::uint32_t>(description.category)} << 32U |
          static_cast<std::uint32_t>(description.type));
-    return hash;
+    return static_cast<std::size_t>(hash);
   }
 };
 

@@ -117,7 +117,7 @@ void OrvaneAppMapping::setSection(std::string_view text) {
       return group.application != first->application;
     });
     // Without this, scattered groups that do not fit the caches take a quarter more.
-    for (auto next = last; next != groups.end() && next != last + kAhead; ++next) {
+    for (auto next = last; next != groups.end() && next - last < kAhead; ++next) {
       __builtin_prefetch(next->item.portList.data());
     }
     read[first->application].items = orvane::readItems({first, last});

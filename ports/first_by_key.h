@@ -49,7 +49,7 @@ class FirstByKey {
   // Where the key is or belongs: at its hash, or in the first free slot after that.
   std::size_t place(std::uint32_t key) const {
     const std::size_t mask = slots_.size() - 1;
-    std::size_t i = spread(key ^ salt_) & mask;
+    std::size_t i = static_cast<std::size_t>(spread(key ^ salt_)) & mask;
     while (slots_[i].used && slots_[i].key != key) i = (i + 1) & mask;
     return i;
   }
