@@ -84,6 +84,10 @@ class ORVANE_EXPORT OrvaneAppInfo {
   /// Set the field of their name.
   void setVersion(unsigned int value) { version = value; }
   void setPortType(tagAppInfoPortType value) { portType = value; }
+  template <std::integral Number>
+  void setPortType(Number value) {
+    portType = static_cast<tagAppInfoPortType>(value);
+  }
   void setUPID(unsigned int value) { upid = value; }
   void setReserved1(unsigned int value) { reserved1 = value; }
   void setReserved2(unsigned int value) { reserved2 = value; }

@@ -29,8 +29,9 @@
 /// it replaces, too. Its append twin adds the same text to the end of a caller's string instead and
 /// touches nothing else.
 ///
-/// Several threads may use one collection at once while none changes it, except for the operations
-/// that return a text, whose calls must be serialised.
+/// Several threads may use collections of their own at once, and one while none changes it, except
+/// for the operations that return a text, whose calls must be serialised with each other, that of
+/// getSection(buffer) included.
 ///
 /// When memory runs out, std::bad_alloc leaves the operation, and nothing has changed: neither the
 /// collections, nor what a twin appends to; only texts that operations return may be empty.
@@ -146,7 +147,9 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
 
   /// The changes from this collection, the old state, to `newer`. Applications are compared by UPID
   /// and, for equal UPIDs, by OrvaneApplication::lexItemsLess(), in one walk over both collections
-  /// as they are stored: order them by UPID, then name and items, for the difference of two sets.
+  /// as they are stored: order both by UPID for the difference of two sets, new applications in the
+  /// same order on both sides: `std::ranges::stable_sort(mapping, {},
+  /// &OrvaneApplication::getUpid)`.
   ///
   /// An old application that differs and has an action other than 0 writes its section with action
   /// 3 followed by that of the first differing newer application of the same UPID with action 4,

@@ -42,6 +42,10 @@ class ORVANE_EXPORT OrvaneSock : public tagSock {
 /// The registry of what is in use: single ports and ranges, taken on every address, and sockets,
 /// taken on one address each. It answers whether something new would collide with them.
 ///
+/// A port mapping is free on an address when checkPorts() of its ports, collides() of its ranges
+/// and collides() of the address and the mapping all say so: the first two ask what is taken on
+/// every address, the last one for the sockets of that address alone.
+///
 /// It counts nothing: an entry is there or not. Two ranges with the same end are one entry; the
 /// first one stays.
 ///
