@@ -14,7 +14,7 @@ namespace {
 // Takes those UPIDs that the catalogue has an entry for, or those that it has none for.
 void sift(std::span<const OrvaneAppInfo> entries, const std::vector<unsigned int>& upids,
           bool known, std::vector<unsigned int>& result) {
-  const auto found = orvane::firstByUpid(std::span(upids), entries);
+  const auto found = orvane::firstByUpid<OrvaneAppInfo>(upids, entries);
   std::vector<unsigned int> taken(upids.size());  // `result` may be the list of UPIDs itself
   std::size_t count = 0;  // what is not taken is overwritten, which needs no branch
   for (std::size_t i = 0; i < upids.size(); ++i) {

@@ -25,7 +25,7 @@ void writeEntries(TextOut& out, const Entries& entries, bool terminate) {
 
 void writeSelection(TextOut& out, const Entries& entries, const Upids& upids, bool terminate) {
   AppInfoWriter writer(out, terminate);
-  for (const OrvaneAppInfo* entry : orvane::firstByUpid(upids, entries)) {
+  for (const OrvaneAppInfo* entry : orvane::firstByUpid<OrvaneAppInfo>(upids, entries)) {
     if (entry != nullptr) writer.append(*entry);
   }
 }
@@ -46,8 +46,8 @@ void writeMergedEntry(AppInfoWriter& writer, const OrvaneAppInfo& entry,
 void writeMerged(TextOut& out, const Entries& entries, const OrvaneAppMapping& mapping,
                  const Upids& upids, bool terminate) {
   AppInfoWriter writer(out, terminate);
-  const auto known = orvane::firstByUpid(upids, entries);
-  const auto applications = orvane::firstByUpid(upids, mapping);
+  const auto known = orvane::firstByUpid<OrvaneAppInfo>(upids, entries);
+  const auto applications = orvane::firstByUpid<OrvaneApplication>(upids, mapping);
   for (std::size_t i = 0; i < upids.size(); ++i) {
     if (known[i] == nullptr) continue;
     if (applications[i] != nullptr) {
@@ -61,7 +61,8 @@ void writeMerged(TextOut& out, const Entries& entries, const OrvaneAppMapping& m
 // The entries that are made from the applications with these UPIDs.
 Entries entriesOf(const OrvaneAppMapping& mapping, const Upids& upids) {
   Entries made;
-  for (const OrvaneApplication* application : orvane::firstByUpid(upids, mapping)) {
+  for (const OrvaneApplication* application :
+       orvane::firstByUpid<OrvaneApplication>(upids, mapping)) {
     if (application == nullptr) continue;
     OrvaneAppInfo& entry = made.emplace_back();
     entry = *application;

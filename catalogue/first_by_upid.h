@@ -35,10 +35,9 @@ bool findAscending(std::span<const unsigned int> upids, std::span<const Element>
 }
 
 // The first element with each of the given UPIDs, or null, in the order of the UPIDs.
-template <typename Elements>
-auto firstByUpid(std::span<const unsigned int> upids, const Elements& all) {
-  using Element = std::ranges::range_value_t<Elements>;
-  const std::span<const Element> elements(all);
+template <typename Element>
+std::vector<const Element*> firstByUpid(std::span<const unsigned int> upids,
+                                        std::span<const Element> elements) {
   std::vector<const Element*> found(upids.size());
   if (std::ranges::is_sorted(upids) && findAscending(upids, elements, found)) return found;
 
