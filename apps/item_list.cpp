@@ -95,8 +95,12 @@ void order(std::vector<ItemGroup>& groups, std::size_t applications) {
 }
 
 OrvaneItems readItems(std::span<const ItemGroup> groups) {
+  std::size_t addresses = groups.empty() ? 0 : 1;
+  for (std::size_t i = 1; i < groups.size(); ++i) {
+    if (byAddress(groups[i - 1], groups[i])) ++addresses;
+  }
   OrvaneItems items;
-  items.reserve(groups.size());
+  items.reserve(addresses);
   for (const ItemGroup& group : groups) {
     OrvanePortMapping item = withoutPorts(group.item);
     if (items.empty() || items.back() < item) {
