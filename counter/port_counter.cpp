@@ -51,15 +51,9 @@ void OrvanePortCounter::add(std::string_view text) {
   orvane::splice(more.ranges, ranges);
 }
 
-void OrvanePortCounter::add(const std::set<unsigned short>& more) {
-  std::set<unsigned short> missing = orvane::missingFrom(ports, more);
-  orvane::splice(missing, ports);
-}
+void OrvanePortCounter::add(const std::set<unsigned short>& more) { orvane::addAll(more, ports); }
 
-void OrvanePortCounter::add(const std::set<OrvanePortRange>& more) {
-  std::set<OrvanePortRange> missing = orvane::missingFrom(ranges, more);
-  orvane::splice(missing, ranges);
-}
+void OrvanePortCounter::add(const std::set<OrvanePortRange>& more) { orvane::addAll(more, ranges); }
 
 void OrvanePortCounter::remove(const char* text) { remove(orvane::viewOf(text)); }
 

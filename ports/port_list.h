@@ -89,6 +89,13 @@ void splice(Set& from, Set& to) {
   }
 }
 
+// Adds all elements of an ordered set to another; none when memory runs out.
+template <typename Set>
+void addAll(const Set& more, Set& to) {
+  Set missing = missingFrom(to, more);
+  splice(missing, to);
+}
+
 // "80,", "1000-2000" and one separator more.
 inline constexpr std::size_t kPortRoom = sizeof "65535,";
 inline constexpr std::size_t kRangeRoom = sizeof "4294967295-4294967295,";

@@ -17,13 +17,11 @@ std::set<OrvanePortRange>::const_iterator OrvanePortMapping::findOverlapped(
 }
 
 void OrvanePortMapping::addPorts(const std::set<unsigned short>& set) {
-  std::set<unsigned short> more = orvane::missingFrom(ports, set);
-  orvane::splice(more, ports);
+  orvane::addAll(set, ports);
 }
 
 void OrvanePortMapping::addRanges(const std::set<OrvanePortRange>& set) {
-  std::set<OrvanePortRange> more = orvane::missingFrom(ranges, set);
-  orvane::splice(more, ranges);
+  orvane::addAll(set, ranges);
 }
 
 void OrvanePortMapping::replacePorts(const std::set<unsigned short>& set) { setPorts(set); }
