@@ -1,12 +1,12 @@
 #include <string>
 
-#include "cli/json.h"
-#include "cli/output.h"
+#include "cli/files/output.h"
 #include "cli/section_file.h"
 #include "cli/subcommands.h"
-#include "cli/table.h"
-#include "cli/terminal.h"
-#include "cli/text.h"
+#include "cli/terminal/json.h"
+#include "cli/terminal/table.h"
+#include "cli/terminal/terminal.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {

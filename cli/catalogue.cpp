@@ -5,15 +5,15 @@
 #include <string_view>
 #include <vector>
 
-#include "cli/failure.h"
+#include "cli/files/failure.h"
+#include "cli/files/output.h"
 #include "cli/findings.h"
-#include "cli/json.h"
-#include "cli/output.h"
 #include "cli/section_file.h"
 #include "cli/subcommands.h"
-#include "cli/table.h"
-#include "cli/terminal.h"
-#include "cli/text.h"
+#include "cli/terminal/json.h"
+#include "cli/terminal/table.h"
+#include "cli/terminal/terminal.h"
+#include "cli/terminal/text.h"
 #include "cli/written_values.h"
 #include "orvane/app_info_array.h"
 

@@ -5,7 +5,7 @@
 
 #include "cli/findings.h"
 #include "cli/group_check.h"
-#include "cli/text.h"
+#include "cli/terminal/text.h"
 #include "cli/written_values.h"
 #include "orvane/app_info.h"
 

@@ -2,13 +2,13 @@
 #include <vector>
 
 #include "cli/collisions.h"
-#include "cli/failure.h"
+#include "cli/files/failure.h"
+#include "cli/files/output.h"
 #include "cli/in_use.h"
-#include "cli/json.h"
-#include "cli/output.h"
 #include "cli/section_file.h"
 #include "cli/subcommands.h"
-#include "cli/text.h"
+#include "cli/terminal/json.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/json.h"
+#include "cli/terminal/json.h"
 #include "orvane/app_mapping.h"
 
 namespace orvane::cli {

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "cli/group_check.h"
-#include "cli/text.h"
+#include "cli/terminal/text.h"
 #include "orvane/application.h"
 
 namespace orvane::cli {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "cli/text.h"
+#include "cli/terminal/text.h"
 #include "orvane/ini.h"
 
 namespace orvane::cli {

@@ -1,12 +1,12 @@
 #include <string>
 #include <vector>
 
-#include "cli/failure.h"
-#include "cli/input.h"
-#include "cli/output.h"
+#include "cli/files/failure.h"
+#include "cli/files/input.h"
+#include "cli/files/output.h"
 #include "cli/services.h"
 #include "cli/subcommands.h"
-#include "cli/text.h"
+#include "cli/terminal/text.h"
 #include "orvane/app_info_array.h"
 #include "orvane/app_mapping.h"
 

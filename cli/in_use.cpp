@@ -2,10 +2,10 @@
 
 #include <arpa/inet.h>
 
-#include "cli/failure.h"
+#include "cli/files/failure.h"
 #include "cli/live_sockets.h"
 #include "cli/port_argument.h"
-#include "cli/text.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {

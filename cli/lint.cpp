@@ -1,11 +1,11 @@
 #include <string>
 
+#include "cli/files/input.h"
+#include "cli/files/output.h"
 #include "cli/findings.h"
-#include "cli/input.h"
-#include "cli/json.h"
-#include "cli/output.h"
 #include "cli/section_file.h"
 #include "cli/subcommands.h"
+#include "cli/terminal/json.h"
 
 namespace orvane::cli {
 namespace {

@@ -10,8 +10,8 @@
 #include <optional>
 #include <sstream>
 
-#include "cli/input.h"
-#include "cli/output.h"
+#include "cli/files/input.h"
+#include "cli/files/output.h"
 
 namespace orvane::cli {
 namespace {

@@ -11,11 +11,11 @@
 #include <string>
 #include <vector>
 
-#include "cli/failure.h"
-#include "cli/help.h"
-#include "cli/output.h"
+#include "cli/files/failure.h"
+#include "cli/files/output.h"
 #include "cli/subcommands.h"
-#include "cli/text.h"
+#include "cli/terminal/help.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {

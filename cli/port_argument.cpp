@@ -1,9 +1,9 @@
 #include "cli/port_argument.h"
 
-#include "cli/failure.h"
+#include "cli/files/failure.h"
+#include "cli/files/output.h"
 #include "cli/findings.h"
-#include "cli/output.h"
-#include "cli/text.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 

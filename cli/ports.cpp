@@ -1,8 +1,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/failure.h"
-#include "cli/output.h"
+#include "cli/files/failure.h"
+#include "cli/files/output.h"
 #include "cli/port_argument.h"
 #include "cli/subcommands.h"
 #include "orvane/port_mapping.h"

@@ -1,7 +1,7 @@
 #include "cli/section_file.h"
 
-#include "cli/failure.h"
-#include "cli/output.h"
+#include "cli/files/failure.h"
+#include "cli/files/output.h"
 #include "cli/section_reader.h"
 
 namespace orvane::cli {

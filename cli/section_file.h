@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "cli/files/input.h"
 #include "cli/findings.h"
-#include "cli/input.h"
 #include "orvane/app_mapping.h"
 
 namespace orvane::cli {

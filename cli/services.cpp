@@ -6,8 +6,8 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "cli/output.h"
-#include "cli/text.h"
+#include "cli/files/output.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/input.h"
+#include "cli/files/input.h"
 
 namespace orvane::cli {
 

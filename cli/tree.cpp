@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "cli/failure.h"
-#include "cli/json.h"
-#include "cli/output.h"
+#include "cli/files/failure.h"
+#include "cli/files/output.h"
 #include "cli/subcommands.h"
-#include "cli/text.h"
+#include "cli/terminal/json.h"
+#include "cli/terminal/text.h"
 #include "cli/tree_check.h"
 #include "cli/tree_file.h"
 #include "orvane/upid_tree.h"

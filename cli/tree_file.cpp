@@ -5,10 +5,10 @@
 #include <cstring>
 #include <span>
 
-#include "cli/failure.h"
-#include "cli/input.h"
-#include "cli/output.h"
-#include "cli/text.h"
+#include "cli/files/failure.h"
+#include "cli/files/input.h"
+#include "cli/files/output.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {

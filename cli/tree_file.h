@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "cli/input.h"
+#include "cli/files/input.h"
 #include "orvane/upid_array.h"
 
 namespace orvane::cli {

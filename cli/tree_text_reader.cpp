@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "cli/failure.h"
-#include "cli/input.h"
-#include "cli/json.h"
-#include "cli/text.h"
+#include "cli/files/failure.h"
+#include "cli/files/input.h"
+#include "cli/terminal/json.h"
+#include "cli/terminal/text.h"
 #include "cli/tree_file.h"
 
 namespace orvane::cli {

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "cli/collisions.h"
-#include "cli/failure.h"
+#include "cli/files/failure.h"
+#include "cli/files/output.h"
 #include "cli/in_use.h"
-#include "cli/output.h"
 #include "cli/subcommands.h"
 #include "orvane/port_counter.h"
 

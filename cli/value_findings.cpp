@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "cli/findings.h"
-#include "cli/text.h"
+#include "cli/terminal/text.h"
 #include "cli/written_values.h"
 #include "orvane/port_mapping.h"
 

@@ -1,7 +1,7 @@
 // The services(5) file: what is read of it, written as such a file, is read the same again.
 
-#include "cli/input.h"
-#include "cli/output.h"
+#include "cli/files/input.h"
+#include "cli/files/output.h"
 #include "cli/services.h"
 #include "fuzz.h"
 

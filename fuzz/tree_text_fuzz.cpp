@@ -1,7 +1,7 @@
 // Trees as CSV and JSON: refused with a message, or read so that the CSV written of them is read
 // the same again.
 
-#include "cli/failure.h"
+#include "cli/files/failure.h"
 #include "cli/tree_file.h"
 #include "fuzz.h"
 

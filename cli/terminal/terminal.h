@@ -1,7 +1,7 @@
 // What a terminal that shows the result can do.
 
-#ifndef ORVANE_CLI_TERMINAL_H_
-#define ORVANE_CLI_TERMINAL_H_
+#ifndef ORVANE_CLI_TERMINAL_TERMINAL_H_
+#define ORVANE_CLI_TERMINAL_TERMINAL_H_
 
 #include <cstddef>
 #include <limits>
@@ -31,4 +31,4 @@ std::string paint(const std::string& text, const char* how, const Screen& screen
 
 }  // namespace orvane::cli
 
-#endif  // ORVANE_CLI_TERMINAL_H_
+#endif  // ORVANE_CLI_TERMINAL_TERMINAL_H_

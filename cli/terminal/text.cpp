@@ -1,4 +1,4 @@
-#include "cli/text.h"
+#include "cli/terminal/text.h"
 
 #include <algorithm>
 #include <array>

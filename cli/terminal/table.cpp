@@ -1,10 +1,10 @@
-#include "cli/table.h"
+#include "cli/terminal/table.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
 
-#include "cli/text.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {

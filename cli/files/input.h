@@ -1,7 +1,7 @@
 // Reading files and standard input whole.
 
-#ifndef ORVANE_CLI_INPUT_H_
-#define ORVANE_CLI_INPUT_H_
+#ifndef ORVANE_CLI_FILES_INPUT_H_
+#define ORVANE_CLI_FILES_INPUT_H_
 
 #include <string>
 
@@ -26,4 +26,4 @@ std::string lineLabel(const Input& input, std::size_t line);
 
 }  // namespace orvane::cli
 
-#endif  // ORVANE_CLI_INPUT_H_
+#endif  // ORVANE_CLI_FILES_INPUT_H_

@@ -1,4 +1,4 @@
-#include "cli/progress.h"
+#include "cli/terminal/progress.h"
 
 #include <sys/time.h>
 #include <unistd.h>
@@ -10,7 +10,7 @@
 #include <csignal>
 #include <string_view>
 
-#include "cli/terminal.h"
+#include "cli/terminal/terminal.h"
 
 namespace orvane::cli {
 namespace {

@@ -1,7 +1,7 @@
 // Texts for people: escaped names, their width, plain decimals.
 
-#ifndef ORVANE_CLI_TEXT_H_
-#define ORVANE_CLI_TEXT_H_
+#ifndef ORVANE_CLI_TERMINAL_TEXT_H_
+#define ORVANE_CLI_TERMINAL_TEXT_H_
 
 #include <charconv>
 #include <concepts>
@@ -46,4 +46,4 @@ std::optional<Number> parseDecimal(std::string_view text) {
 
 }  // namespace orvane::cli
 
-#endif  // ORVANE_CLI_TEXT_H_
+#endif  // ORVANE_CLI_TERMINAL_TEXT_H_

@@ -1,7 +1,7 @@
 // What --help shows, and the word that a mistyped one was meant to be.
 
-#ifndef ORVANE_CLI_HELP_H_
-#define ORVANE_CLI_HELP_H_
+#ifndef ORVANE_CLI_TERMINAL_HELP_H_
+#define ORVANE_CLI_TERMINAL_HELP_H_
 
 #include <CLI/CLI.hpp>
 #include <string>
@@ -22,4 +22,4 @@ std::string nearestWord(const CLI::App& command, const std::string& word);
 
 }  // namespace orvane::cli
 
-#endif  // ORVANE_CLI_HELP_H_
+#endif  // ORVANE_CLI_TERMINAL_HELP_H_

@@ -1,4 +1,4 @@
-#include "cli/input.h"
+#include "cli/files/input.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -8,10 +8,10 @@
 #include <cstddef>
 #include <system_error>
 
-#include "cli/failure.h"
-#include "cli/file.h"
-#include "cli/progress.h"
-#include "cli/text.h"
+#include "cli/files/failure.h"
+#include "cli/files/file.h"
+#include "cli/terminal/progress.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {

@@ -2,8 +2,8 @@
 // second, renewed every second. Never when standard error is no terminal, and not on one that is
 // "dumb" or too narrow.
 
-#ifndef ORVANE_CLI_PROGRESS_H_
-#define ORVANE_CLI_PROGRESS_H_
+#ifndef ORVANE_CLI_TERMINAL_PROGRESS_H_
+#define ORVANE_CLI_TERMINAL_PROGRESS_H_
 
 #include <cstddef>
 #include <string>
@@ -21,4 +21,4 @@ void endProgress();
 
 }  // namespace orvane::cli
 
-#endif  // ORVANE_CLI_PROGRESS_H_
+#endif  // ORVANE_CLI_TERMINAL_PROGRESS_H_

@@ -1,7 +1,7 @@
 // How a part of the command gives up.
 
-#ifndef ORVANE_CLI_FAILURE_H_
-#define ORVANE_CLI_FAILURE_H_
+#ifndef ORVANE_CLI_FILES_FAILURE_H_
+#define ORVANE_CLI_FILES_FAILURE_H_
 
 #include <stdexcept>
 
@@ -15,4 +15,4 @@ class Failure : public std::runtime_error {
 
 }  // namespace orvane::cli
 
-#endif  // ORVANE_CLI_FAILURE_H_
+#endif  // ORVANE_CLI_FILES_FAILURE_H_

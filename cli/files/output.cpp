@@ -1,4 +1,4 @@
-#include "cli/output.h"
+#include "cli/files/output.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,10 +12,10 @@
 #include <memory>
 #include <optional>
 
-#include "cli/failure.h"
-#include "cli/file.h"
-#include "cli/progress.h"
-#include "cli/text.h"
+#include "cli/files/failure.h"
+#include "cli/files/file.h"
+#include "cli/terminal/progress.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {

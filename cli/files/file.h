@@ -1,7 +1,7 @@
 // An open file, and what the system says when it refuses something.
 
-#ifndef ORVANE_CLI_FILE_H_
-#define ORVANE_CLI_FILE_H_
+#ifndef ORVANE_CLI_FILES_FILE_H_
+#define ORVANE_CLI_FILES_FILE_H_
 
 #include <unistd.h>
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <system_error>
 
-#include "cli/failure.h"
+#include "cli/files/failure.h"
 
 namespace orvane::cli {
 
@@ -37,4 +37,4 @@ class File {
 
 }  // namespace orvane::cli
 
-#endif  // ORVANE_CLI_FILE_H_
+#endif  // ORVANE_CLI_FILES_FILE_H_

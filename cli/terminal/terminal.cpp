@@ -1,4 +1,4 @@
-#include "cli/terminal.h"
+#include "cli/terminal/terminal.h"
 
 #include <sys/ioctl.h>
 #include <unistd.h>

@@ -1,13 +1,13 @@
 // Aligned tables for people.
 
-#ifndef ORVANE_CLI_TABLE_H_
-#define ORVANE_CLI_TABLE_H_
+#ifndef ORVANE_CLI_TERMINAL_TABLE_H_
+#define ORVANE_CLI_TERMINAL_TABLE_H_
 
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "cli/terminal.h"
+#include "cli/terminal/terminal.h"
 
 namespace orvane::cli {
 
@@ -27,4 +27,4 @@ class Table {
 
 }  // namespace orvane::cli
 
-#endif  // ORVANE_CLI_TABLE_H_
+#endif  // ORVANE_CLI_TERMINAL_TABLE_H_

@@ -1,4 +1,4 @@
-#include "cli/help.h"
+#include "cli/terminal/help.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 // Writing results: to standard output, or to a file that is replaced as a whole.
 
-#ifndef ORVANE_CLI_OUTPUT_H_
-#define ORVANE_CLI_OUTPUT_H_
+#ifndef ORVANE_CLI_FILES_OUTPUT_H_
+#define ORVANE_CLI_FILES_OUTPUT_H_
 
 #include <string>
 #include <string_view>
@@ -20,4 +20,4 @@ void writeError(const std::string& message);
 
 }  // namespace orvane::cli
 
-#endif  // ORVANE_CLI_OUTPUT_H_
+#endif  // ORVANE_CLI_FILES_OUTPUT_H_

@@ -1,12 +1,12 @@
 // JSON as every command writes it.
 
-#ifndef ORVANE_CLI_JSON_H_
-#define ORVANE_CLI_JSON_H_
+#ifndef ORVANE_CLI_TERMINAL_JSON_H_
+#define ORVANE_CLI_TERMINAL_JSON_H_
 
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "cli/text.h"
+#include "cli/terminal/text.h"
 #include "orvane/application.h"
 
 namespace orvane::cli {
@@ -30,4 +30,4 @@ inline Json addressOf(const OrvanePortMapping& item) {
 
 }  // namespace orvane::cli
 
-#endif  // ORVANE_CLI_JSON_H_
+#endif  // ORVANE_CLI_TERMINAL_JSON_H_
