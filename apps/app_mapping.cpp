@@ -87,6 +87,28 @@ bool isMoved(const OrvaneApplication& application) {
   return isNew(application) && application.items.size() > 1;
 }
 
+template <typename Watcher>
+bool addRecord(std::span<const unsigned char> record, OrvaneAppMapping& applications,
+               Watcher& watcher) {
+  const auto fields = orvane::ApplicationRecord::split(record, watcher);
+  if (!fields) return false;
+  if (fields->isIgnored()) return true;
+  const OrvaneApplication* const known =
+      applications.find(orvane::readNumber((*fields)[orvane::kUpid]));
+  if (known != applications.end()) {
+    const auto place = applications.begin() + (known - applications.data());
+    watcher.fieldsIgnored(*fields, *place);
+    orvane::readRecordItem(*fields, place->items, watcher);
+    std::rotate(place, place + 1, applications.end());
+  } else {
+    OrvaneApplication added;
+    orvane::readOwnFields(*fields, added, watcher);
+    orvane::readRecordItem(*fields, added.items, watcher);
+    applications.push_back(std::move(added));
+  }
+  return true;
+}
+
 }  // namespace
 
 OrvaneAppMapping::~OrvaneAppMapping() = default;
@@ -109,21 +131,14 @@ void OrvaneAppMapping::add(const unsigned char* record) {
 }
 
 bool OrvaneAppMapping::addChecked(std::span<const unsigned char> record) {
-  const auto fields = orvane::ApplicationRecord::split(record);
-  if (!fields) return false;
-  if (fields->isIgnored()) return true;
-  OrvanePortMapping item = orvane::readItem(orvane::readItemFields(*fields));
-  OrvaneApplication* const known = find(orvane::readNumber((*fields)[orvane::kUpid]));
-  if (known != end()) {
-    orvane::addItem(std::move(item), known->items);
-    std::rotate(begin() + (known - data()), begin() + (known - data()) + 1, end());
-  } else {
-    OrvaneApplication added;
-    orvane::readOwnFields(*fields, added);
-    orvane::addItem(std::move(item), added.items);
-    push_back(std::move(added));
-  }
-  return true;
+  orvane::UnwatchedApplications unwatched;
+  return addRecord(record, *this, unwatched);
+}
+
+bool OrvaneAppMapping::addReported(std::span<const unsigned char> record,
+                                   OrvaneFindings& findings) {
+  orvane::ApplicationReporter reporter(findings);
+  return addRecord(record, *this, reporter);
 }
 
 void OrvaneAppMapping::setDeleted(OrvaneApplication* application) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "apps/application_fields.h"
+#include "apps/application_watcher.h"
 #include "apps/item_list.h"
 #include "orvane/app_mapping.h"
 #include "ports/first_by_key.h"
@@ -14,21 +15,34 @@
 
 namespace orvane {
 
-// The way to an application whose identifier is known.
-struct ApplicationAccess {
-  static OrvaneApplication make(int identifier) { return OrvaneApplication(identifier); }
-};
-
 namespace {
 
 // The applications of a text that is being read, without their items.
+template <typename Watcher>
 class ApplicationReader {
  public:
-  explicit ApplicationReader(std::vector<OrvaneApplication>& applications)
-      : applications_(applications) {}
+  ApplicationReader(std::vector<OrvaneApplication>& applications, Watcher& watcher)
+      : applications_(applications), watcher_(watcher) {}
 
   // The place of the application that a group belongs to. The first group of one makes it.
   std::size_t placeOf(const ApplicationGroup& group) {
+    const std::size_t made = applications_.size();
+    const std::size_t place = findOrMake(group);
+    if (place < made) {
+      watcher_.joined(group, place, applications_[place]);
+    } else {
+      watcher_.made(group);
+    }
+    return place;
+  }
+
+ private:
+  struct Index {
+    FirstByKey<std::size_t> first;
+    std::size_t indexed = 0;  // how many applications it has taken in
+  };
+
+  std::size_t findOrMake(const ApplicationGroup& group) {
     const unsigned int upid = group.holds(kUpid) ? readNumber(group[kUpid]) : kOrvaneNoUpid;
     if (upid != kOrvaneNoUpid) {
       const std::size_t place = placeOf(upid);
@@ -41,12 +55,6 @@ class ApplicationReader {
         byId_.first.tryEmplace(static_cast<std::uint32_t>(id), applications_.size());
     return place < applications_.size() ? place : make(group, id);
   }
-
- private:
-  struct Index {
-    FirstByKey<std::size_t> first;
-    std::size_t indexed = 0;  // how many applications it has taken in
-  };
 
   static std::uint32_t keyOfUpid(const OrvaneApplication& application) { return application.upid; }
   static std::uint32_t keyOfId(const OrvaneApplication& application) {
@@ -73,7 +81,7 @@ class ApplicationReader {
   }
 
   std::size_t make(const ApplicationGroup& group, int id) {
-    readFields(group, applications_.emplace_back(ApplicationAccess::make(id)));
+    readFields(group, applications_.emplace_back(ApplicationAccess::make(id)), watcher_);
     return applications_.size() - 1;
   }
 
@@ -90,6 +98,7 @@ class ApplicationReader {
   }
 
   std::vector<OrvaneApplication>& applications_;
+  Watcher& watcher_;
   std::int64_t highest_ = -1;  // UPID
   std::size_t highestPlace_ = 0;
   Index byUpid_;
@@ -97,31 +106,47 @@ class ApplicationReader {
   std::uint32_t unused_ = 0;  // 0: none was needed yet
 };
 
-}  // namespace
-}  // namespace orvane
-
-void OrvaneAppMapping::setSection(const char* text) { setSection(orvane::viewOf(text)); }
-
-void OrvaneAppMapping::setSection(std::string_view text) {
+// The applications of a text.
+template <typename Watcher>
+OrvaneAppMapping readApplications(std::string_view text, Watcher& watcher) {
   constexpr std::ptrdiff_t kAhead = 4;
   OrvaneAppMapping read;
-  orvane::ApplicationReader applications(read);
-  std::vector<orvane::ItemGroup> groups;
-  orvane::SectionLines lines(text);
-  for (orvane::ApplicationGroup group(orvane::kApplicationKeys); group.read(lines);) {
-    groups.push_back({applications.placeOf(group), orvane::readItemFields(group)});
+  ApplicationReader applications(read, watcher);
+  std::vector<ItemGroup<Watcher>> groups;
+  SectionLines lines(text);
+  for (ApplicationGroup group(kApplicationKeys); group.read(lines, watcher);) {
+    const std::size_t place = applications.placeOf(group);
+    groups.push_back({place, readItemFields(group, watcher), watcher.placesOf(group)});
   }
-  orvane::order(groups, read.size());
+  order(groups, read.size());
   for (auto first = groups.begin(); first != groups.end();) {
-    const auto last = std::find_if(first, groups.end(), [first](const orvane::ItemGroup& group) {
+    const auto last = std::find_if(first, groups.end(), [first](const auto& group) {
       return group.application != first->application;
     });
     // Without this, scattered groups that do not fit the caches take a quarter more.
     for (auto next = last; next != groups.end() && next - last < kAhead; ++next) {
       __builtin_prefetch(next->item.portList.data());
     }
-    read[first->application].items = orvane::readItems({first, last});
+    read[first->application].items =
+        readItems(std::span<const ItemGroup<Watcher>>(first, last), watcher);
     first = last;
   }
+  return read;
+}
+
+}  // namespace
+}  // namespace orvane
+
+void OrvaneAppMapping::setSection(const char* text) { setSection(orvane::viewOf(text)); }
+
+void OrvaneAppMapping::setSection(std::string_view text) {
+  orvane::UnwatchedApplications unwatched;
+  OrvaneAppMapping read = orvane::readApplications(text, unwatched);
+  swap(read);
+}
+
+void OrvaneAppMapping::setSectionReported(std::string_view text, OrvaneFindings& findings) {
+  orvane::ApplicationReporter reporter(text, findings, "a nameless application without ports");
+  OrvaneAppMapping read = orvane::readApplications(text, reporter);
   swap(read);
 }

@@ -19,6 +19,19 @@ auto findLastItem(Items& items, int itemId) {
   return items.end();
 }
 
+template <typename Watcher>
+bool readRecord(std::span<const unsigned char> record, OrvaneApplication& application,
+                Watcher& watcher) {
+  const auto fields = orvane::ApplicationRecord::split(record, watcher);
+  if (!fields) return false;
+  if (fields->isIgnored()) return true;
+  orvane::tellFields(*fields, watcher);
+  orvane::readRecordItem(*fields, application.items, watcher);
+  orvane::UnwatchedApplications unwatched;
+  orvane::readFields(*fields, application, unwatched);
+  return true;
+}
+
 unsigned int drawNumber(unsigned int seed) {
 #ifndef __GLIBC__  // whose rand() has a lock of its own
   static std::mutex mutex;
@@ -76,12 +89,14 @@ void OrvaneApplication::setValues(const unsigned char* record) {
 }
 
 bool OrvaneApplication::setValuesChecked(std::span<const unsigned char> record) {
-  const auto fields = orvane::ApplicationRecord::split(record);
-  if (!fields) return false;
-  if (fields->isIgnored()) return true;
-  orvane::addItem(orvane::readItem(orvane::readItemFields(*fields)), items);
-  orvane::readFields(*fields, *this);
-  return true;
+  orvane::UnwatchedApplications unwatched;
+  return readRecord(record, *this, unwatched);
+}
+
+bool OrvaneApplication::setValuesReported(std::span<const unsigned char> record,
+                                          OrvaneFindings& findings) {
+  orvane::ApplicationReporter reporter(findings);
+  return readRecord(record, *this, reporter);
 }
 
 OrvanePortMapping* OrvaneApplication::addItem(const OrvanePortMapping& item) {

@@ -1,11 +1,13 @@
 // The section texts of an application.
 
 #include <algorithm>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "apps/application_fields.h"
+#include "apps/application_watcher.h"
 #include "apps/group_writer.h"
 #include "apps/item_list.h"
 #include "apps/ordering.h"
@@ -29,6 +31,39 @@ char upidKey[] = "UPID";
 char applNameKey[] = "ApplName";
 char uniqueBlockNumberKey[] = "UniqueBlockNumber";
 char selectorTypeInfoKey[] = "SelectorTypeInfo";
+
+// Tells of the items that are about to be merged with those held.
+template <typename Watcher>
+void tellMerges(const std::vector<orvane::ItemGroup<Watcher>>& groups, const OrvaneItems& read,
+                const OrvaneItems& held, Watcher& watcher) {
+  auto group = groups.begin();
+  for (const OrvanePortMapping& item : read) {
+    while (group->item.address != item.getIpAddress()) ++group;
+    const auto same = held.find(item);
+    if (same != held.end()) watcher.sameItem(group->places, item, *same);
+  }
+}
+
+template <typename Watcher>
+void readSection(std::string_view text, OrvaneApplication& application, Watcher& watcher) {
+  orvane::SectionLines lines(text);
+  orvane::ApplicationGroup group(orvane::kApplicationKeys);
+  orvane::ApplicationGroup last = group;
+  std::vector<orvane::ItemGroup<Watcher>> groups;
+  while (group.read(lines, watcher)) {
+    watcher.replaced(group, last);
+    last.overlay(group);
+    groups.push_back({0, orvane::readItemFields(group, watcher), watcher.placesOf(group)});
+  }
+  orvane::order(groups, 1);
+  OrvaneItems read =
+      orvane::readItems(std::span<const orvane::ItemGroup<Watcher>>(groups), watcher);
+  orvane::tellFields(last, watcher);
+  if constexpr (Watcher::kWatches) tellMerges(groups, read, application.items, watcher);
+  orvane::addItems(std::move(read), application.items);
+  orvane::UnwatchedApplications unwatched;
+  orvane::readFields(last, application, unwatched);
+}
 
 // One group per port that `from` has and `other` has not. They carry the fields of `item`.
 template <typename Close>
@@ -83,17 +118,13 @@ unsigned char** OrvaneApplication::getKeyNames() {
 void OrvaneApplication::setSection(const char* text) { setSection(orvane::viewOf(text)); }
 
 void OrvaneApplication::setSection(std::string_view text) {
-  orvane::SectionLines lines(text);
-  orvane::ApplicationGroup group(orvane::kApplicationKeys);
-  orvane::ApplicationGroup last = group;
-  std::vector<orvane::ItemGroup> groups;
-  while (group.read(lines)) {
-    last.overlay(group);
-    groups.push_back({0, orvane::readItemFields(group)});
-  }
-  orvane::order(groups, 1);
-  orvane::addItems(orvane::readItems(groups), items);
-  orvane::readFields(last, *this);
+  orvane::UnwatchedApplications unwatched;
+  readSection(text, *this, unwatched);
+}
+
+void OrvaneApplication::setSectionReported(std::string_view text, OrvaneFindings& findings) {
+  orvane::ApplicationReporter reporter(text, findings, "an item without address and ports");
+  readSection(text, *this, reporter);
 }
 
 char* OrvaneApplication::getSection(bool closeGroups) const {

@@ -9,7 +9,10 @@
 namespace orvane {
 namespace {
 
-bool byAddress(const ItemGroup& a, const ItemGroup& b) { return a.item.address < b.item.address; }
+template <typename Group>
+bool byAddress(const Group& a, const Group& b) {
+  return a.item.address < b.item.address;
+}
 
 OrvanePortMapping withoutPorts(const ItemFields& fields) {
   OrvanePortMapping item;
@@ -70,47 +73,69 @@ void addItems(const OrvaneItems& more, OrvaneItems& items) {
   addItems(std::move(added), items);
 }
 
-OrvanePortMapping readItem(const ItemFields& fields) {
+template <typename Watcher>
+void readRecordItem(const ApplicationRecord& record, OrvaneItems& items, Watcher& watcher) {
+  const ItemFields fields = readItemFields(record, watcher);
   OrvanePortMapping item = withoutPorts(fields);
-  readPortList(fields.portList, item);
-  return item;
+  readPortList(fields.portList, item, watcher);
+  if constexpr (Watcher::kWatches) {
+    const auto held = items.find(item);
+    if (held != items.end()) watcher.sameItem(watcher.placesOf(record), item, *held);
+  }
+  addItem(std::move(item), items);
 }
 
-void order(std::vector<ItemGroup>& groups, std::size_t applications) {
-  const auto place = [](const ItemGroup& group) {
+template <typename Watcher>
+void order(std::vector<ItemGroup<Watcher>>& groups, std::size_t applications) {
+  using Group = ItemGroup<Watcher>;
+  const auto place = [](const Group& group) {
     return std::pair(group.application, group.item.address);
   };
   if (std::ranges::is_sorted(groups, {}, place)) return;
   std::vector<std::size_t> ends(applications + 1);
-  for (const ItemGroup& group : groups) ++ends[group.application + 1];
+  for (const Group& group : groups) ++ends[group.application + 1];
   std::partial_sum(ends.begin(), ends.end(), ends.begin());
-  std::vector<ItemGroup> ordered(groups.size());
-  for (const ItemGroup& group : groups) ordered[ends[group.application]++] = group;
+  std::vector<Group> ordered(groups.size());
+  for (const Group& group : groups) ordered[ends[group.application]++] = group;
   groups.swap(ordered);
   for (auto first = groups.begin(); first != groups.end();) {
     const auto last = groups.begin() + static_cast<std::ptrdiff_t>(ends[first->application]);
-    if (!std::is_sorted(first, last, byAddress)) std::stable_sort(first, last, byAddress);
+    if (!std::is_sorted(first, last, byAddress<Group>)) {
+      std::stable_sort(first, last, byAddress<Group>);
+    }
     first = last;
   }
 }
 
-OrvaneItems readItems(std::span<const ItemGroup> groups) {
+template <typename Watcher>
+OrvaneItems readItems(std::span<const ItemGroup<Watcher>> groups, Watcher& watcher) {
   std::size_t addresses = groups.empty() ? 0 : 1;
   for (std::size_t i = 1; i < groups.size(); ++i) {
     if (byAddress(groups[i - 1], groups[i])) ++addresses;
   }
   OrvaneItems items;
   items.reserve(addresses);
-  for (const ItemGroup& group : groups) {
+  for (const ItemGroup<Watcher>& group : groups) {
     OrvanePortMapping item = withoutPorts(group.item);
     if (items.empty() || items.back() < item) {
-      readPortList(group.item.portList, *items.insert(items.end(), std::move(item)));
+      watcher.newItem(group.item, group.places);
+      readPortList(group.item.portList, *items.insert(items.end(), std::move(item)), watcher);
     } else {
-      readPortList(group.item.portList, item);
+      readPortList(group.item.portList, item, watcher);
+      watcher.sameItem(group.places, item, items.back());
       mergeItem(item, items.back());
     }
   }
   return items;
 }
+
+template void readRecordItem(const ApplicationRecord&, OrvaneItems&, UnwatchedApplications&);
+template void readRecordItem(const ApplicationRecord&, OrvaneItems&, ApplicationReporter&);
+template void order(std::vector<ItemGroup<UnwatchedApplications>>&, std::size_t);
+template void order(std::vector<ItemGroup<ApplicationReporter>>&, std::size_t);
+template OrvaneItems readItems(std::span<const ItemGroup<UnwatchedApplications>>,
+                               UnwatchedApplications&);
+template OrvaneItems readItems(std::span<const ItemGroup<ApplicationReporter>>,
+                               ApplicationReporter&);
 
 }  // namespace orvane

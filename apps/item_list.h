@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "apps/application_fields.h"
+#include "apps/application_watcher.h"
 #include "orvane/application.h"
 
 namespace orvane {
@@ -26,22 +27,27 @@ void appendItem(OrvanePortMapping item, OrvaneItems& items);
 void addItems(OrvaneItems&& more, OrvaneItems& items);
 void addItems(const OrvaneItems& more, OrvaneItems& items);
 
-// Reads an item.
-OrvanePortMapping readItem(const ItemFields& fields);
+// Reads the item of a record and adds it.
+template <typename Watcher>
+void readRecordItem(const ApplicationRecord& record, OrvaneItems& items, Watcher& watcher);
 
 // What a group of a section text says: which application it belongs to, and what its item is.
+template <typename Watcher>
 struct ItemGroup {
   std::size_t application = 0;
   ItemFields item;
+  [[no_unique_address]] typename Watcher::ItemPlaces places;
 };
 
 // Puts the groups of that many applications in order of application and address; those with the
 // same stay in their order.
-void order(std::vector<ItemGroup>& groups, std::size_t applications);
+template <typename Watcher>
+void order(std::vector<ItemGroup<Watcher>>& groups, std::size_t applications);
 
 // The items of groups that are in order and belong to one application, those with one address
 // united.
-OrvaneItems readItems(std::span<const ItemGroup> groups);
+template <typename Watcher>
+OrvaneItems readItems(std::span<const ItemGroup<Watcher>> groups, Watcher& watcher);
 
 }  // namespace orvane
 

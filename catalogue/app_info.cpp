@@ -13,6 +13,32 @@ namespace {
 char entryKeys[8][10] = {"Version",   "PortType",  "UPID",      "PortRange",
                          "Reserved1", "Reserved2", "Reserved3", "FQN"};
 
+template <typename Watcher>
+bool readRecord(std::span<const unsigned char> record, OrvaneAppInfo& entry, Watcher& watcher) {
+  const auto fields = orvane::AppInfoRecord::split(record, watcher);
+  if (!fields) return false;
+  if (fields->isIgnored()) return true;
+  if constexpr (Watcher::kWatches) {  // aside, since telling may need memory
+    OrvaneAppInfo read(entry);
+    orvane::readFields(*fields, read, watcher);
+    entry = std::move(read);
+  } else {
+    orvane::readFields(*fields, entry, watcher);
+  }
+  return true;
+}
+
+template <typename Watcher>
+void readSection(std::string_view text, OrvaneAppInfo& entry, Watcher& watcher) {
+  const orvane::AppInfoKeys keys = orvane::currentKeys();
+  orvane::SectionLines lines(text);
+  OrvaneAppInfo read(entry);
+  for (orvane::AppInfoGroup group(keys); group.read(lines, watcher);) {
+    orvane::readFields(group, read, watcher);
+  }
+  entry = std::move(read);
+}
+
 }  // namespace
 
 namespace orvane {
@@ -59,12 +85,14 @@ void OrvaneAppInfo::setPorts(const char* text) {
 }
 
 void OrvaneAppInfo::setPorts(std::string_view text) {
-  orvane::PortSet read;
-  for (orvane::PortListItem item; orvane::nextItem(text, item);) {
-    OrvanePort port;
-    orvane::setPort(item, port);
-    read.insert(read.end(), port);
-  }
+  orvane::UnwatchedEntries unwatched;
+  orvane::PortSet read = orvane::readElements(text, unwatched);
+  ports.swap(read);
+}
+
+void OrvaneAppInfo::setPortsReported(std::string_view text, OrvaneFindings& findings) {
+  orvane::EntryReporter reporter(text, findings);
+  orvane::PortSet read = orvane::readElements(text, reporter);
   ports.swap(read);
 }
 
@@ -87,17 +115,24 @@ void OrvaneAppInfo::setValues(const unsigned char* record) {
 }
 
 bool OrvaneAppInfo::setValuesChecked(std::span<const unsigned char> record) {
-  const auto fields = orvane::AppInfoRecord::split(record);
-  if (fields && !fields->isIgnored()) orvane::readFields(*fields, *this);
-  return fields.has_value();
+  orvane::UnwatchedEntries unwatched;
+  return readRecord(record, *this, unwatched);
+}
+
+bool OrvaneAppInfo::setValuesReported(std::span<const unsigned char> record,
+                                      OrvaneFindings& findings) {
+  orvane::EntryReporter reporter(findings);
+  return readRecord(record, *this, reporter);
 }
 
 void OrvaneAppInfo::setSection(const char* text) { setSection(orvane::viewOf(text)); }
 
 void OrvaneAppInfo::setSection(std::string_view text) {
-  const orvane::AppInfoKeys keys = orvane::currentKeys();
-  orvane::SectionLines lines(text);
-  OrvaneAppInfo read(*this);
-  for (orvane::AppInfoGroup group(keys); group.read(lines);) orvane::readFields(group, read);
-  *this = std::move(read);
+  orvane::UnwatchedEntries unwatched;
+  readSection(text, *this, unwatched);
+}
+
+void OrvaneAppInfo::setSectionReported(std::string_view text, OrvaneFindings& findings) {
+  orvane::EntryReporter reporter(text, findings);
+  readSection(text, *this, reporter);
 }

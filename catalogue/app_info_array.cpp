@@ -25,6 +25,18 @@ void sift(std::span<const OrvaneAppInfo> entries, const std::vector<unsigned int
   result.swap(taken);
 }
 
+template <typename Watcher>
+bool addRecord(std::span<const unsigned char> record, std::vector<OrvaneAppInfo>& entries,
+               Watcher& watcher) {
+  const auto fields = orvane::AppInfoRecord::split(record, watcher);
+  if (!fields) return false;
+  if (fields->isIgnored()) return true;
+  OrvaneAppInfo entry;
+  orvane::readFields(*fields, entry, watcher);
+  entries.push_back(std::move(entry));
+  return true;
+}
+
 }  // namespace
 
 OrvaneAppInfoArray::~OrvaneAppInfoArray() = default;
@@ -36,13 +48,14 @@ void OrvaneAppInfoArray::add(const unsigned char* record) {
 }
 
 bool OrvaneAppInfoArray::addChecked(std::span<const unsigned char> record) {
-  const auto fields = orvane::AppInfoRecord::split(record);
-  if (!fields) return false;
-  if (fields->isIgnored()) return true;
-  OrvaneAppInfo entry;
-  orvane::readFields(*fields, entry);
-  entries.push_back(std::move(entry));
-  return true;
+  orvane::UnwatchedEntries unwatched;
+  return addRecord(record, entries, unwatched);
+}
+
+bool OrvaneAppInfoArray::addReported(std::span<const unsigned char> record,
+                                     OrvaneFindings& findings) {
+  orvane::EntryReporter reporter(findings);
+  return addRecord(record, entries, reporter);
 }
 
 OrvaneAppInfo* OrvaneAppInfoArray::find(unsigned int upid) {

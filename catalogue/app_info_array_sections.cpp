@@ -1,8 +1,10 @@
 // The texts of a catalogue.
 
+#include <algorithm>
 #include <span>
 #include <utility>
 
+#include "apps/application_fields.h"
 #include "catalogue/app_info_fields.h"
 #include "catalogue/app_info_writer.h"
 #include "catalogue/first_by_upid.h"
@@ -17,6 +19,19 @@ using orvane::TextOut;
 
 using Entries = std::vector<OrvaneAppInfo>;
 using Upids = std::vector<unsigned int>;
+
+template <typename Watcher>
+void readEntries(std::string_view text, Entries& entries, Watcher& watcher) {
+  const orvane::AppInfoKeys keys = orvane::currentKeys();
+  orvane::SectionLines lines(text);
+  Entries read;
+  for (orvane::AppInfoGroup group(keys); group.read(lines, watcher);) {
+    orvane::makeRoomForText(read, text.size() - lines.left(), lines.left());
+    watcher.entry(group);
+    orvane::readFields(group, read.emplace_back(), watcher);
+  }
+  orvane::appendAll(read, entries);
+}
 
 void writeEntries(TextOut& out, const Entries& entries, bool terminate) {
   AppInfoWriter writer(out, terminate);
@@ -91,14 +106,29 @@ void writeNumbers(TextOut& out, const Entries& entries) {
 void OrvaneAppInfoArray::setSection(const char* text) { setSection(orvane::viewOf(text)); }
 
 void OrvaneAppInfoArray::setSection(std::string_view text) {
-  const orvane::AppInfoKeys keys = orvane::currentKeys();
+  orvane::UnwatchedEntries unwatched;
+  readEntries(text, entries, unwatched);
+}
+
+void OrvaneAppInfoArray::setSectionReported(std::string_view text, OrvaneFindings& findings) {
+  orvane::EntryReporter reporter(text, findings, "an entry without UPID and ports");
+  readEntries(text, entries, reporter);
+}
+
+bool OrvaneAppInfoArray::isCatalogue(std::string_view text) {
+  constexpr int kEnough = 16;
+  int balance = 0;  // keys of both kinds cancel out
   orvane::SectionLines lines(text);
-  std::vector<OrvaneAppInfo> read;
-  for (orvane::AppInfoGroup group(keys); group.read(lines);) {
-    orvane::makeRoomForText(read, text.size() - lines.left(), lines.left());
-    orvane::readFields(group, read.emplace_back());
+  for (auto line = lines.next(); line != orvane::SectionLine::kEnd; line = lines.next()) {
+    if (line != orvane::SectionLine::kPair) continue;
+    const auto isKey = [&](std::string_view name) {
+      return orvane::equalIgnoringCase(name, lines.key());
+    };
+    balance += std::ranges::any_of(orvane::kEntryKeys, isKey) ? 1 : 0;
+    balance -= std::ranges::any_of(orvane::kApplicationKeys, isKey) ? 1 : 0;
+    if (balance == kEnough || balance == -kEnough) break;
   }
-  orvane::appendAll(read, entries);
+  return balance > 0;
 }
 
 char* OrvaneAppInfoArray::getSection(bool terminate) const {

@@ -9,30 +9,14 @@
 #include <set>
 #include <string_view>
 
+#include "catalogue/entry_watcher.h"
 #include "orvane/app_info.h"
+#include "ports/port_list.h"
 #include "ports/record.h"
 #include "ports/section_lines.h"
 #include "ports/text_in.h"
 
 namespace orvane {
-
-// The order of the texts in a record, and of the keys in a group.
-enum AppInfoField : std::size_t {
-  kEntryVersion,
-  kEntryPortType,
-  kEntryUpid,
-  kEntryPortRange,
-  kEntryReserved1,
-  kEntryReserved2,
-  kEntryReserved3,
-  kEntryFqn,
-};
-
-inline constexpr std::size_t kAppInfoFields = kEntryFqn + 1;
-
-using AppInfoRecord = Record<kAppInfoFields>;
-using AppInfoGroup = SectionGroup<kAppInfoFields>;
-using AppInfoKeys = std::array<std::string_view, kAppInfoFields>;
 
 // The size of the field that getFQN() gives.
 inline constexpr std::size_t kFqnRoom = 128;
@@ -46,21 +30,51 @@ inline AppInfoKeys currentKeys() {
   return keys;
 }
 
+// The way to the ports of an entry.
+struct EntryAccess {
+  static PortSet& portsOf(OrvaneAppInfo& entry) { return entry.ports; }
+};
+
+// Reads the elements of a port list.
+template <typename Watcher>
+PortSet readElements(std::string_view text, Watcher& watcher) {
+  watcher.portList(text);
+  PortSet read;
+  for (PortListItem item; nextItem(text, item, watcher);) {
+    OrvanePort port;
+    setPort(item, port);
+    const std::size_t before = read.size();
+    const auto place = read.insert(read.end(), port);
+    if (read.size() == before) watcher.elementDropped(port, *place);
+  }
+  return read;
+}
+
 // Sets the fields that a record, which holds every text, or a group, which may lack some, gives.
 // The ports come first: all else needs no memory.
-template <typename Fields>
-void readFields(const Fields& fields, OrvaneAppInfo& entry) {
-  const auto number = [&](AppInfoField field) { return readNumber(fields[field]); };
-  if (fields.holds(kEntryPortRange)) entry.setPorts(fields[kEntryPortRange]);
+template <typename Fields, typename Watcher>
+void readFields(const Fields& fields, OrvaneAppInfo& entry, Watcher& watcher) {
+  const auto number = [&](AppInfoField field) {
+    watcher.number(kEntryKeys[field], fields[field]);
+    return readNumber(fields[field]);
+  };
+  if (fields.holds(kEntryPortRange)) {
+    PortSet ports = readElements(fields[kEntryPortRange], watcher);
+    EntryAccess::portsOf(entry).swap(ports);
+  }
   if (fields.holds(kEntryVersion)) entry.setVersion(number(kEntryVersion));
   if (fields.holds(kEntryPortType)) {
-    entry.setPortType(static_cast<tagAppInfoPortType>(readSigned(fields[kEntryPortType])));
+    watcher.signedNumber(kEntryKeys[kEntryPortType], fields[kEntryPortType]);
+    entry.setPortType(readSigned(fields[kEntryPortType]));
   }
   if (fields.holds(kEntryUpid)) entry.setUPID(number(kEntryUpid));
   if (fields.holds(kEntryReserved1)) entry.setReserved1(number(kEntryReserved1));
   if (fields.holds(kEntryReserved2)) entry.setReserved2(number(kEntryReserved2));
   if (fields.holds(kEntryReserved3)) entry.setReserved3(number(kEntryReserved3));
-  if (fields.holds(kEntryFqn)) entry.setFQN(fields[kEntryFqn]);
+  if (fields.holds(kEntryFqn)) {
+    watcher.name(kEntryKeys[kEntryFqn], fields[kEntryFqn], kFqnRoom - 1);
+    entry.setFQN(fields[kEntryFqn]);
+  }
 }
 
 // The item whose ports an application lends to its entry, or null: its only one, if that has no

@@ -7,6 +7,31 @@
 #include "ports/section_lines.h"
 #include "ports/text_in.h"
 #include "ports/text_out.h"
+#include "ports/watcher.h"
+
+namespace {
+
+template <typename Watcher>
+std::vector<IniSection> readSections(std::string_view text, Watcher& watcher) {
+  std::vector<IniSection> read;
+  orvane::SectionLines lines(text);
+  IniSection current;
+  for (auto line = lines.next(); line != orvane::SectionLine::kEnd; line = lines.next()) {
+    if (line == orvane::SectionLine::kPair) {
+      watcher.pair(lines.value());
+      if (!current.try_emplace(std::string(lines.key()), lines.value()).second) {
+        watcher.repeatedKey(lines.key(), lines.value());
+      }
+    } else {
+      watcher.closed(lines.terminator(), lines.isCutOff(), current.empty());
+      read.push_back(std::exchange(current, {}));
+    }
+  }
+  watcher.end();
+  return read;
+}
+
+}  // namespace
 
 bool IniKeyLess::operator()(std::string_view a, std::string_view b) const {
   return std::ranges::lexicographical_compare(a, b, {}, orvane::foldCase, orvane::foldCase);
@@ -21,16 +46,14 @@ OrvaneIni::OrvaneIni(std::string_view text) { setSection(text); }
 void OrvaneIni::setSection(const char* text) { setSection(orvane::viewOf(text)); }
 
 void OrvaneIni::setSection(std::string_view text) {
-  std::vector<IniSection> read;
-  orvane::SectionLines lines(text);
-  IniSection current;
-  for (auto line = lines.next(); line != orvane::SectionLine::kEnd; line = lines.next()) {
-    if (line == orvane::SectionLine::kPair) {
-      current.try_emplace(std::string(lines.key()), lines.value());
-    } else {
-      read.push_back(std::exchange(current, {}));
-    }
-  }
+  orvane::Unwatched unwatched;
+  std::vector<IniSection> read = readSections(text, unwatched);
+  sections.swap(read);
+}
+
+void OrvaneIni::setSectionReported(std::string_view text, OrvaneFindings& findings) {
+  orvane::Reporter reporter(text, findings);
+  std::vector<IniSection> read = readSections(text, reporter);
   sections.swap(read);
 }
 

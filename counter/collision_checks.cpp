@@ -16,8 +16,8 @@ namespace {
 using orvane::Bounds;
 using orvane::socketOf;
 
+using orvane::boundsOf;
 Bounds boundsOf(Bounds bounds) { return bounds; }
-Bounds boundsOf(const OrvanePortRange& range) { return {range.getStart(), range.getEnd()}; }
 
 constexpr unsigned int kHighestEnd = std::numeric_limits<unsigned int>::max();
 
@@ -41,8 +41,7 @@ struct Sockets {
 // numbers.
 Bounds carriedBounds(const OrvaneSock& socket) {
   const auto [start, end] = boundsOf(socket.port);
-  const auto carried = orvane::RangeText{.count = 2, .first = start, .second = end}.bounds();
-  return {carried.first, carried.second};
+  return orvane::RangeText{.count = 2, .first = start, .second = end}.bounds();
 }
 
 bool containsAny(const std::set<unsigned short>& ports, Bounds range) {

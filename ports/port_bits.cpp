@@ -1,16 +1,11 @@
 #include "ports/port_bits.h"
 
-#include <algorithm>
-
 namespace orvane {
 
 void PortBits::erase(Bounds range) {
-  const std::size_t last = std::min(range.end, kMaxPort);
-  for (std::size_t word = nextUsed(range.start / kBits); word <= last / kBits;
-       word = nextUsed(word + 1)) {
-    const std::uint64_t fromStart = word == range.start / kBits ? -bit(range.start) : ~0ULL;
-    const std::uint64_t toLast = word == last / kBits ? (bit(last) << 1U) - 1 : ~0ULL;
-    words_[word] &= ~(fromStart & toLast);
+  const std::size_t last = std::min(range.end, kMaxPort) / kBits;
+  for (std::size_t word = nextUsed(range.start / kBits); word <= last; word = nextUsed(word + 1)) {
+    words_[word] &= ~inside(word, range);
     // A word that was emptied is not walked again.
     if (words_[word] == 0) used_[word / kBits] &= ~bit(word);
   }

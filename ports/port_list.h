@@ -13,23 +13,17 @@
 #include "ports/range_list.h"
 #include "ports/text_in.h"
 #include "ports/text_out.h"
+#include "ports/watcher.h"
 
 namespace orvane {
-
-// One item of a port list: what it says as a range text, and as a number.
-struct PortListItem {
-  RangeText range;
-  std::uint32_t number = 0;
-
-  bool isPort() const { return !range.isRange() && number >= 1 && number <= kMaxPort; }
-};
 
 // Reads an item by the general rules.
 PortListItem readAnyItem(std::string_view token);
 
 // Advances `rest` past the next item; false when there is none left. Digits, and digits joined by
 // "-", are read as they are passed; any other token is read by the general rules.
-inline bool nextItem(std::string_view& rest, PortListItem& item) {
+template <typename Watcher>
+inline bool nextItem(std::string_view& rest, PortListItem& item, Watcher& watcher) {
   const char* next = rest.data();
   const char* const end = next + rest.size();
   const auto atEnd = [&] { return next == end || *next == ','; };
@@ -42,6 +36,9 @@ inline bool nextItem(std::string_view& rest, PortListItem& item) {
   if (!atEnd() || (isJoined && next[-1] == '-')) {
     while (!atEnd()) ++next;
     item = readAnyItem({token, next});
+    if (next != token) watcher.otherItem({token, next}, item);
+  } else if (next != token) {
+    watcher.item({token, next}, item);
   }
   rest = {next, end};
   return next != token;
@@ -54,8 +51,10 @@ inline void setPort(std::string_view text, OrvanePort& port) { setPort(readAnyIt
 
 // What a port list says, without a node for each item.
 struct FlatPortList {
-  void add(const PortListItem& item);
-  void read(std::string_view text);
+  template <typename Watcher>
+  void add(const PortListItem& item, Watcher& watcher);
+  template <typename Watcher>
+  void read(std::string_view text, Watcher& watcher);
 
   PortBits ports;
   RangeList ranges;
@@ -63,7 +62,8 @@ struct FlatPortList {
 
 // Reads what a port list says into the sets of a mapping.
 // REQUIRES: they are empty.
-void readPortList(std::string_view text, tagPortMapping& mapping);
+void readPortList(std::string_view text, tagPortMapping& mapping, Unwatched& watcher);
+void readPortList(std::string_view text, tagPortMapping& mapping, Reporter& watcher);
 
 // The elements of an ordered set that another lacks. Those between them cost no search where both
 // lie close together.

@@ -1,15 +1,48 @@
 #include "orvane/port_mapping.h"
 
 #include <string_view>
+#include <utility>
 
 #include "ports/port_list.h"
 #include "ports/range_list.h"
 #include "ports/record.h"
 #include "ports/text_in.h"
+#include "ports/watcher.h"
 
 namespace {
 
 using MappingRecord = orvane::Record<4>;
+
+template <typename Watcher>
+tagPortMapping readPorts(std::string_view text, Watcher& watcher) {
+  tagPortMapping read;
+  orvane::readPortList(text, read, watcher);
+  return read;
+}
+
+void swapPorts(tagPortMapping read, OrvanePortMapping& mapping) {
+  mapping.ports.swap(read.ports);
+  mapping.ranges.swap(read.ranges);
+}
+
+// All is read and told before anything is set, since both may need memory.
+template <typename Watcher>
+bool readRecord(std::span<const unsigned char> record, OrvanePortMapping& mapping,
+                Watcher& watcher) {
+  const auto fields = MappingRecord::split(record, watcher);
+  if (!fields) return false;
+  if (fields->isIgnored()) return true;
+  const auto [portList, address, blockNumber, selectorInfo] = fields->texts();
+  tagPortMapping read = readPorts(portList, watcher);
+  watcher.address("IPv4", address);
+  watcher.number("UniqueBlockNumber", blockNumber);
+  watcher.signedNumber("SelectorTypeInfo", selectorInfo);
+  swapPorts(std::move(read), mapping);
+  mapping.setIp(address);
+  mapping.setUniqueBlockNumber(blockNumber);
+  mapping.setSelectorInfo(selectorInfo);
+  return true;
+}
 
 }  // namespace
 
@@ -31,10 +64,13 @@ void OrvanePortMapping::setPorts(const char* text) {
 }
 
 void OrvanePortMapping::setPorts(std::string_view text) {
-  tagPortMapping read;
-  orvane::readPortList(text, read);
-  ports.swap(read.ports);
-  ranges.swap(read.ranges);
+  orvane::Unwatched unwatched;
+  swapPorts(readPorts(text, unwatched), *this);
+}
+
+void OrvanePortMapping::setPortsReported(std::string_view text, OrvaneFindings& findings) {
+  orvane::Reporter reporter(text, findings);
+  swapPorts(readPorts(text, reporter), *this);
 }
 
 void OrvanePortMapping::setNewPorts(const char* text) {
@@ -77,19 +113,20 @@ void OrvanePortMapping::setValues(const unsigned char* record) {
 }
 
 bool OrvanePortMapping::setValuesChecked(std::span<const unsigned char> record) {
-  const auto fields = MappingRecord::split(record);
-  if (!fields) return false;
-  if (fields->isIgnored()) return true;
-  setPorts((*fields)[0]);
-  setIp((*fields)[1]);
-  setUniqueBlockNumber((*fields)[2]);
-  setSelectorInfo((*fields)[3]);
-  return true;
+  orvane::Unwatched unwatched;
+  return readRecord(record, *this, unwatched);
+}
+
+bool OrvanePortMapping::setValuesReported(std::span<const unsigned char> record,
+                                          OrvaneFindings& findings) {
+  orvane::Reporter reporter(findings);
+  return readRecord(record, *this, reporter);
 }
 
 std::set<OrvanePortRange>::iterator OrvanePortMapping::addRange(const OrvanePortRange& range) {
   orvane::Bounds covered;
-  const auto position = orvane::addRange(ranges, range, covered);
+  orvane::Unwatched unwatched;
+  const auto position = orvane::addRange(ranges, range, covered, unwatched);
   orvane::erasePorts(ports, covered);
   return position;
 }

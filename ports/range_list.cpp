@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <bit>
 #include <iterator>
+#include <limits>
 #include <utility>
+
+#include "ports/watcher.h"
 
 namespace orvane {
 namespace {
@@ -32,9 +35,12 @@ bool overlap(Bounds a, Bounds b) {
 
 }  // namespace
 
+template <typename Watcher>
 std::set<OrvanePortRange>::iterator addRange(std::set<OrvanePortRange>& ranges,
-                                             const OrvanePortRange& range, Bounds& covered) {
-  covered = {range.getStart(), range.getEnd()};
+                                             const OrvanePortRange& range, Bounds& covered,
+                                             Watcher& watcher) {
+  const Bounds added = {range.getStart(), range.getEnd()};
+  covered = added;
   auto probe = ranges.begin();
   std::size_t probeRank = 0;
   const auto stepTo = [&](std::size_t rank) {
@@ -46,11 +52,11 @@ std::set<OrvanePortRange>::iterator addRange(std::set<OrvanePortRange>& ranges,
       ranges.size(), [&](std::size_t middle) { return stepTo(middle)->overlap(range); });
   const auto found = stepTo(rank);
   if (found == ranges.end()) {
-    ranges.insert(range);
+    if (!ranges.insert(range).second) watcher.skipped(covered);
     return found;
   }
   auto node = ranges.extract(found);
-  node.value().mergeRange(OrvanePortRange(covered.start, covered.end));
+  node.value().mergeRange(OrvanePortRange(added.start, added.end));
   auto widened = ranges.insert(std::move(node));
   if (!widened.inserted) {
     auto sameEnd = ranges.extract(widened.position);
@@ -58,15 +64,22 @@ std::set<OrvanePortRange>::iterator addRange(std::set<OrvanePortRange>& ranges,
     widened = ranges.insert(std::move(sameEnd));
   }
   covered = {widened.position->getStart(), widened.position->getEnd()};
+  watcher.merged(added, covered);
   return widened.position;
 }
+
+template std::set<OrvanePortRange>::iterator addRange(std::set<OrvanePortRange>&,
+                                                      const OrvanePortRange&, Bounds&, Unwatched&);
+template std::set<OrvanePortRange>::iterator addRange(std::set<OrvanePortRange>&,
+                                                      const OrvanePortRange&, Bounds&, Reporter&);
 
 void erasePorts(std::set<unsigned short>& ports, Bounds covered) {
   auto port = firstInside(ports, covered);
   while (port != ports.end() && *port <= covered.end) port = ports.erase(port);
 }
 
-Bounds RangeList::add(Bounds range) {
+template <typename Watcher>
+Bounds RangeList::add(Bounds range, Watcher& watcher) {
   if (size_ == 0 || (blocks_.back().back().end < range.start && range.start <= range.end)) {
     append(range);  // in ascending order nothing overlaps
     return range;
@@ -74,12 +87,26 @@ Bounds RangeList::add(Bounds range) {
   const Place found = findOverlap(range);
   if (isEnd(found)) {
     const Place place = lowerBound(range.end);
-    if (isEnd(place) || at(place).end != range.end) insert(place, range);
+    if (isEnd(place) || at(place).end != range.end) {
+      insert(place, range);
+    } else {
+      watcher.skipped(range);
+    }
     return range;
   }
-  Bounds widened = {std::min(at(found).start, range.start), std::max(at(found).end, range.end)};
-  if (widened.end == at(found).end) return at(found) = widened;
-  erase(found);
+  const Bounds widened = widen(found, range);
+  watcher.merged(range, widened);
+  return widened;
+}
+
+template Bounds RangeList::add(Bounds, Unwatched&);
+template Bounds RangeList::add(Bounds, Reporter&);
+
+// A range that has the new end already becomes one with the widened one.
+Bounds RangeList::widen(Place held, Bounds by) {
+  Bounds widened = {std::min(at(held).start, by.start), std::max(at(held).end, by.end)};
+  if (widened.end == at(held).end) return at(held) = widened;
+  erase(held);
   const Place place = lowerBound(widened.end);
   if (!isEnd(place) && at(place).end == widened.end) {
     widened.start = std::min(at(place).start, widened.start);

@@ -5,27 +5,23 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <set>
 #include <vector>
 
 #include "orvane/port_range.h"
+#include "ports/text_in.h"
 
 namespace orvane {
 
-inline constexpr std::uint32_t kMaxPort = std::numeric_limits<std::uint16_t>::max();
-
-// The bounds of a range, as plain data.
-struct Bounds {
-  std::uint32_t start;
-  std::uint32_t end;
-};
+inline Bounds boundsOf(const OrvanePortRange& range) { return {range.getStart(), range.getEnd()}; }
 
 // Adds one range to a set, as OrvanePortMapping::addRange() describes. `covered` becomes the range
 // whose single ports are swallowed. Returns the position of the widened range, or the end position
 // when nothing overlapped.
+template <typename Watcher>
 std::set<OrvanePortRange>::iterator addRange(std::set<OrvanePortRange>& ranges,
-                                             const OrvanePortRange& range, Bounds& covered);
+                                             const OrvanePortRange& range, Bounds& covered,
+                                             Watcher& watcher);
 
 // The first port inside a range; the end position when there is none.
 inline std::set<unsigned short>::const_iterator firstInside(const std::set<unsigned short>& ports,
@@ -44,7 +40,8 @@ void erasePorts(std::set<unsigned short>& ports, Bounds covered);
 class RangeList {
  public:
   // Adds one range as addRange() does for a set; returns the range whose ports are swallowed.
-  Bounds add(Bounds range);
+  template <typename Watcher>
+  Bounds add(Bounds range, Watcher& watcher);
 
   // Puts a range that ends after all others at the end, as it is.
   void append(Bounds range) {
@@ -80,6 +77,7 @@ class RangeList {
   Place placeOf(std::size_t rank) const;
   Place findOverlap(Bounds range) const;
   Place lowerBound(std::uint32_t end) const;
+  Bounds widen(Place held, Bounds by);
   void insert(Place place, Bounds range);
   void erase(Place place);
   void changeSize(std::size_t block, std::size_t by);

@@ -17,21 +17,25 @@ template <std::size_t kFields>
 class Record {
  public:
   // The texts of a record, or nothing when its last NUL lies beyond `bytes`.
-  static std::optional<Record> split(std::span<const unsigned char> bytes) {
+  template <typename Watcher>
+  static std::optional<Record> split(std::span<const unsigned char> bytes, Watcher& watcher) {
     Record record;
-    if (!bytes.empty() && bytes.front() == 0) return record;
+    if (!bytes.empty() && bytes.front() == 0) {
+      watcher.recordIgnored();
+      return record;
+    }
     for (std::string_view& text : record.texts_) {
       const auto nul = std::find(bytes.begin(), bytes.end(), 0);
-      if (nul == bytes.end()) return std::nullopt;
+      if (nul == bytes.end()) {
+        watcher.recordCut();
+        return std::nullopt;
+      }
       const auto length = static_cast<std::size_t>(nul - bytes.begin());
       text = std::string_view(reinterpret_cast<const char*>(bytes.data()), length);
       bytes = bytes.subspan(length + 1);
     }
+    watcher.recordEnded(bytes.size());
     return record;
-  }
-
-  static std::optional<Record> split(std::string_view bytes) {
-    return split(std::span(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size()));
   }
 
   // The extent of a record that the caller guarantees to be whole; a null one is like an empty one.
@@ -47,6 +51,8 @@ class Record {
   bool isIgnored() const { return texts_.front().empty(); }
 
   static constexpr bool holds(std::size_t field) { return field < kFields; }
+
+  const std::array<std::string_view, kFields>& texts() const { return texts_; }
 
   // REQUIRES: holds(field).
   std::string_view operator[](std::size_t field) const { return texts_[field]; }

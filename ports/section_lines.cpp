@@ -12,7 +12,10 @@ SectionLine SectionLines::next() {
   const char* const lineEnd = valueSize != std::string_view::npos ? keyEnd + valueSize : end;
   rest_ = std::string_view(lineEnd, end);
   if (line == end) return SectionLine::kEnd;
-  if (keyEnd == lineEnd) return SectionLine::kTerminator;
+  if (keyEnd == lineEnd) {
+    value_ = std::string_view(line, lineEnd);
+    return SectionLine::kTerminator;
+  }
   key_ = std::string_view(line, keyEnd);
   value_ = std::string_view(keyEnd + 1, lineEnd);
   return SectionLine::kPair;

@@ -41,6 +41,12 @@ class SectionLines {
   // How much of the text is yet to be read.
   std::size_t left() const { return rest_.size(); }
 
+  // Whether the current line is the last and no line feed ends it.
+  bool isCutOff() const { return rest_.empty(); }
+
+  // The current line, if it is a terminator.
+  std::string_view terminator() const { return value_; }
+
   // The parts of the current pair, split at its first "=".
   std::string_view key() const { return key_; }
   std::string_view value() const { return value_; }
@@ -77,21 +83,26 @@ class SectionGroup {
   }
 
   // Reads the next closed group of `lines`; false when there is none.
-  bool read(SectionLines& lines) {
+  template <typename Watcher>
+  bool read(SectionLines& lines, Watcher& watcher) {
     values_.fill({});
     for (;;) {
       // Keys mostly come in one order, so the next one is tried first.
       if (simpleNames_ && lines.nextIs(names_[expected_])) {
-        take(expected_, lines.value());
+        watcher.pair(lines.value());
+        take(expected_, lines.value(), watcher);
         continue;
       }
       switch (lines.next()) {
         case SectionLine::kPair:
-          take(lines.key(), lines.value());
+          watcher.pair(lines.value());
+          take(lines.key(), lines.value(), watcher);
           break;
         case SectionLine::kTerminator:
+          watcher.closed(lines.terminator(), lines.isCutOff(), isEmpty());
           return true;
         case SectionLine::kEnd:
+          watcher.end();
           return false;
       }
     }
@@ -102,6 +113,8 @@ class SectionGroup {
   // REQUIRES: holds(key).
   std::string_view operator[](std::size_t key) const { return values_[key]; }
 
+  std::string_view nameOf(std::size_t key) const { return names_[key]; }
+
   // Takes the values that another group holds in the place of its own.
   void overlay(const SectionGroup& other) {
     for (std::size_t key = 0; key < kKeys; ++key) {
@@ -110,14 +123,28 @@ class SectionGroup {
   }
 
  private:
-  void take(std::string_view name, std::string_view value) {
-    for (std::size_t key = 0; key < kKeys; ++key) {
-      if (equalIgnoringCase(name, names_[key])) take(key, value);
-    }
+  bool isEmpty() const {
+    return std::ranges::all_of(values_, [](auto value) { return value.data() == nullptr; });
   }
 
-  void take(std::size_t key, std::string_view value) {
-    if (!holds(key)) values_[key] = value;
+  template <typename Watcher>
+  void take(std::string_view name, std::string_view value, Watcher& watcher) {
+    bool isKnown = false;
+    for (std::size_t key = 0; key < kKeys; ++key) {
+      if (!equalIgnoringCase(name, names_[key])) continue;
+      take(key, value, watcher);
+      isKnown = true;
+    }
+    if (!isKnown) watcher.unknownKey(name, value);
+  }
+
+  template <typename Watcher>
+  void take(std::size_t key, std::string_view value, Watcher& watcher) {
+    if (!holds(key)) {
+      values_[key] = value;
+    } else {
+      watcher.repeatedKey(names_[key], value, values_[key]);
+    }
     expected_ = key + 1 < kKeys ? key + 1 : 0;
   }
 

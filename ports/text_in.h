@@ -3,11 +3,12 @@
 #ifndef ORVANE_PORTS_TEXT_IN_H_
 #define ORVANE_PORTS_TEXT_IN_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <string_view>
-#include <utility>
 
 namespace orvane {
 
@@ -58,22 +59,41 @@ inline std::uint32_t readDigits(const char*& next, const char* end) {
 
 inline bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
+// A number as it is written. No digits give 0.
+struct NumberText {
+  std::uint32_t value = 0;
+  bool isNegative = false;
+  std::string_view digits;
+  std::string_view rest;  // what follows them
+};
+
 // The one number reader: leading white space, an optional sign, digits modulo 2^32 up to the first
-// other character. No digits give 0.
-inline std::uint32_t readNumber(std::string_view text) {
+// other character.
+inline NumberText readNumberText(std::string_view text) {
   const char* next = text.data();
   const char* const end = next + text.size();
   while (next != end && isSpace(*next)) ++next;
-  const bool negative = next != end && *next == '-';
+  const bool isNegative = next != end && *next == '-';
   if (next != end && (*next == '-' || *next == '+')) ++next;
+  const char* const digits = next;
   const std::uint32_t number = readDigits(next, end);
-  return negative ? 0U - number : number;
+  return {isNegative ? 0U - number : number, isNegative, {digits, next}, {next, end}};
 }
+
+inline std::uint32_t readNumber(std::string_view text) { return readNumberText(text).value; }
 
 // The same, for fields that are signed.
 inline std::int32_t readSigned(std::string_view text) {
   return static_cast<std::int32_t>(readNumber(text));
 }
+
+inline constexpr std::uint32_t kMaxPort = std::numeric_limits<std::uint16_t>::max();
+
+// The bounds of a range, as plain data.
+struct Bounds {
+  std::uint32_t start;
+  std::uint32_t end;
+};
 
 // What a range text says: how many numbers stand between its "-" (2 for two or more), and the first
 // two of them.
@@ -86,14 +106,22 @@ struct RangeText {
 
   // The bounds, in ascending order as signed numbers; a single number gives both.
   // REQUIRES: count > 0.
-  std::pair<std::uint32_t, std::uint32_t> bounds() const {
+  Bounds bounds() const {
     if (count == 1) return {first, first};
     const bool swapped = static_cast<std::int32_t>(first) > static_cast<std::int32_t>(second);
-    return swapped ? std::pair(second, first) : std::pair(first, second);
+    return swapped ? Bounds{second, first} : Bounds{first, second};
   }
 };
 
 RangeText readRangeText(std::string_view text);
+
+// One item of a port list: what it says as a range text, and as a number.
+struct PortListItem {
+  RangeText range;
+  std::uint32_t number = 0;
+
+  bool isPort() const { return !range.isRange() && number >= 1 && number <= kMaxPort; }
+};
 
 // An address text: a decimal number or four parts joined by "."; nothing for a dotted text of other
 // than four parts.

@@ -5,6 +5,7 @@
 #define ORVANE_TESTS_ALLOCATION_H_
 
 #include <gtest/gtest.h>
+#include <orvane/findings.h>
 
 #include <deque>
 #include <functional>
@@ -43,6 +44,7 @@ struct Samples {
   std::size_t number = 0;
   std::vector<unsigned int> upids = {5, 9, 7, 6, 5};
   std::vector<unsigned short> ports = {1};
+  OrvaneFindings found;
 
   Picture picture() const {
     Picture picture = {{"text", text}, {"to", to}, {"number", std::to_string(number)}};

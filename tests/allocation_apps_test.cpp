@@ -110,6 +110,9 @@ TEST(Allocation, Collection) {
   static const std::string scattered =
       repeated(40, [](auto i) { return groups("UPID=" + to_string(i * 7 % 5), 2, -1); });
   static const std::string keyless = groups("A=", 5, 1);
+  static const std::string faulty = scattered + "UPID=5\nx=\nUPID=z\r\n;\nAction=\nend";
+  static const auto badKnown = makeRecord("7,x,12-9|1.2.3.x|z|-1|5|Mail||");
+  static const auto bad = makeRecord("7,x,12-9|1.2.3.x|z|-1|y|Mail||");
   check<World>({STRONG(w.text = w.many.getSection(true)),
                 STRONG(w.text = w.many.getInitialSection()),
                 STRONG(w.text = w.many.getAddNewSection(true)),
@@ -124,6 +127,9 @@ TEST(Allocation, Collection) {
                 STRONG(w.few.add(knownRecord.data())),
                 STRONG(w.few.addChecked(knownRecord)),
                 STRONG(w.few.addChecked(freshRecord)),
+                STRONG(w.few.addReported(bad, w.found)),
+                STRONG(w.few.addReported(badKnown, w.found)),
+                STRONG(w.few[0].setValuesReported(bad, w.found)),
                 STRONG(w.few.setDeleted(&w.few[1])),
                 STRONG(w.few.remove(&w.few.back())),
                 STRONG(w.few.remove(w.small)),
@@ -133,7 +139,9 @@ TEST(Allocation, Collection) {
                 STRONG(w.many.sortByName()),
                 STRONG(w.few.setSection(together.c_str())),
                 STRONG(w.few.setSection(scattered.c_str())),
-                STRONG(w.few.setSection(keyless.c_str()))});
+                STRONG(w.few.setSection(keyless.c_str())),
+                STRONG(w.few.setSectionReported(faulty, w.found)),
+                STRONG(w.few[0].setSectionReported(faulty, w.found))});
   checkCopies<World>();
   check<World>({STRONG(w.few.appendSection(w.to, true)), STRONG(w.few.appendInitialSection(w.to)),
                 STRONG(w.few.appendAddNewSection(w.to, true)),
@@ -180,6 +188,8 @@ TEST(Allocation, Catalogue) {
   static const auto record = makeRecord("3|2|5|80,443,90-99|1|2|3|a.example");
   static const std::string sections =
       repeated(5, [](auto i) { return "UPID=" + to_string(i) + "\nPortRange=443,80,90-99\n;\n"; });
+  static const std::string faulty = sections + "UPID=1\nx=\nUPID=z\r\n;\nUPID=2\nend";
+  static const auto bad = makeRecord("x|y|z|9-8,a,70000||-1|1 2|a");
   // The first ones have the texts of the process grow.
   check<World>(
       {STRONG(w.text = w.few.getAppMappingSection(w.mapping, w.upids, true)),
@@ -190,7 +200,12 @@ TEST(Allocation, Catalogue) {
        STRONG(w.few.getUnknownPortList(w.upids, w.upids)),
        STRONG(w.few.getCommonPortList(w.upids, w.upids)), STRONG(w.few.add(*w.few.begin())),
        STRONG(w.few.add(record.data())), STRONG(w.few.addChecked(record)),
-       STRONG(w.few.setSection(sections.c_str())), STRONG(w.none.setSection(sections.c_str()))});
+       STRONG(w.few.setSection(sections.c_str())), STRONG(w.none.setSection(sections.c_str())),
+       STRONG(w.few.addReported(record, w.found)),
+       STRONG(w.few.begin()->setValuesReported(bad, w.found)),
+       STRONG(w.few.begin()->setPortsReported("1-9,x,2-9,70000", w.found)),
+       STRONG(w.few.begin()->setSectionReported(faulty, w.found)),
+       STRONG(w.few.setSectionReported(faulty, w.found))});
   checkCopies<World>();
   check<World>({STRONG(w.many.appendSection(w.to, true)),
                 STRONG(w.many.appendSection(w.to, w.upids, true)),

@@ -46,6 +46,7 @@ TEST(Allocation, PortMapping) {
   using World = PortsWorld;
   using Mapping = OrvanePortMapping;
   static const auto record = makeRecord("9,8,1-7,20-22|9|8|2");
+  static const auto bad = makeRecord("9,x,8-7,1.2-9|1.2.3.x|-8|z");
   check<World>(
       {STRONG(w.text = w.few.getPortsAsString().c_str()),
        STRONG(w.text = w.few.getIpAsString().c_str()),
@@ -56,16 +57,18 @@ TEST(Allocation, PortMapping) {
        STRONG(w.few.replacePorts(w.many.getPorts())), STRONG(w.few.addPorts(w.other.getPorts())),
        STRONG(w.few.addRanges(w.other.getRanges())), STRONG(w.few.addRange({4000, 4010})),
        STRONG(w.few.addRange({400, 1100})), STRONG(w.few.setNewPorts("9,8,1-7,20-22")),
-       SILENT(w.few.setValues(record.data())), STRONG(w.few.setValuesChecked(record))});
+       SILENT(w.few.setValues(record.data())), STRONG(w.few.setValuesChecked(record)),
+       STRONG(w.few.setValuesReported(bad, w.found))});
   checkCopies<World>();
   checkCopies<World, tagPortMapping>(" as records");
   for (const PortList& list : kPortLists) {
     const char* const text = list.text.c_str();
-    check<World>({STRONG(w.few.setPorts(text)), STRONG(w.none.setPorts(text)),
-                  STRONG(w.text = Mapping::sortPorts(text)),
-                  STRONG(w.text = Mapping::parse(kOrvaneParsePorts, text)),
-                  STRONG(w.text = Mapping::parse(kOrvaneParseRanges, text))},
-                 list.kind);
+    check<World>(
+        {STRONG(w.few.setPorts(text)), STRONG(w.none.setPorts(text)),
+         STRONG(w.few.setPortsReported(text, w.found)), STRONG(w.text = Mapping::sortPorts(text)),
+         STRONG(w.text = Mapping::parse(kOrvaneParsePorts, text)),
+         STRONG(w.text = Mapping::parse(kOrvaneParseRanges, text))},
+        list.kind);
     check<World>({STRONG(Mapping::appendSortedPorts(w.to, text)),
                   STRONG(Mapping::appendParsed(w.to, kOrvaneParsePorts, text)),
                   STRONG(Mapping::appendParsed(w.to, kOrvaneParseRanges, text))},
@@ -113,7 +116,9 @@ TEST(Allocation, PortCounter) {
   for (const PortList& list : kPortLists) {
     const char* const text = list.text.c_str();
     check<World>(
-        {STRONG(w.few.add(text)), STRONG(w.many.remove(text)), BASIC(w.few.addSocket(kHost, text))},
+        {STRONG(w.few.add(text)), STRONG(w.many.remove(text)), BASIC(w.few.addSocket(kHost, text)),
+         STRONG(w.few.addReported(text, w.found)), STRONG(w.many.removeReported(text, w.found)),
+         BASIC(w.few.addSocketReported(kHost, text, w.found))},
         list.kind);
   }
   check<World>({STRONG(w.few.add(w.item.getPorts())), STRONG(w.few.add(w.item.getRanges())),
@@ -146,7 +151,8 @@ TEST(Allocation, SectionStore) {
     return "a key too long to lie in a string=\nA=\na=2\n" + std::string(i % 2 != 0 ? ";\n" : "");
   });
   check<World>({STRONG(w.text = w.many.getSection(3, true)), STRONG(w.made.emplace(text.c_str())),
-                STRONG(w.few.setSection(text.c_str()))});
+                STRONG(w.few.setSection(text.c_str())),
+                STRONG(w.few.setSectionReported(text + "a=1\na=2\r\n", w.found))});
   checkCopies<World>();
   check<World>({STRONG(w.many.appendSection(w.to, 3, true))});
 }

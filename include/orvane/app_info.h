@@ -10,7 +10,12 @@
 
 #include "orvane/application.h"
 #include "orvane/export.h"
+#include "orvane/findings.h"
 #include "orvane/port_range.h"
+
+namespace orvane {
+struct EntryAccess;
+}
 
 /// The port type of a catalogue entry; any 32-bit value is carried.
 enum tagAppInfoPortType : int {
@@ -117,6 +122,10 @@ class ORVANE_EXPORT OrvaneAppInfo {
   void setPorts(std::string_view text);
   void setPorts(std::nullptr_t) = delete;
 
+  /// setPorts(text) that adds to `findings` which items are read as something else, and which are
+  /// dropped. The lines are those of the text.
+  void setPortsReported(std::string_view text, OrvaneFindings& findings);
+
   /// Adds the ports and then the ranges of an application that has exactly one item, without an
   /// address; any other application adds nothing.
   void addPorts(const OrvaneApplication& application);
@@ -152,11 +161,19 @@ class ORVANE_EXPORT OrvaneAppInfo {
   /// missing there, unless its first byte is 0. Bytes after it are ignored.
   bool setValuesChecked(std::span<const unsigned char> record);
 
+  /// setValuesChecked() that adds what it finds to `findings`, among it that the record is cut
+  /// short or ignored, and what follows it. Findings about records have no line.
+  bool setValuesReported(std::span<const unsigned char> record, OrvaneFindings& findings);
+
   /// Sets the fields that the sections of a section text, NUL-terminated or a view, name, section
   /// by section (see OrvaneIni for its lines); other fields stay, unknown keys are ignored, and so
   /// are pairs after the last terminator line. A null text changes nothing.
   void setSection(const char* text);
   void setSection(std::string_view text);
+
+  /// setSection(text) that adds to `findings` what is dropped, ignored, cut or read as something
+  /// else than it seems to be, by line.
+  void setSectionReported(std::string_view text, OrvaneFindings& findings);
 
   /// The section text. Replaces the text of getPorts() too.
   char* getSection(bool terminate) const;
@@ -167,6 +184,8 @@ class ORVANE_EXPORT OrvaneAppInfo {
   /// @}
 
  private:
+  friend struct orvane::EntryAccess;
+
   void assign(const OrvaneApplication& application);
 
   unsigned int version = 0;

@@ -10,6 +10,7 @@
 #include "orvane/app_info.h"
 #include "orvane/app_mapping.h"
 #include "orvane/export.h"
+#include "orvane/findings.h"
 
 /// What the mapping sections write as Reserved1 of the entries that they make or change.
 inline constexpr unsigned int kOrvaneReservedMerged = 1;  ///< an entry merged with an application
@@ -67,6 +68,9 @@ class ORVANE_EXPORT OrvaneAppInfoArray {
   /// the eighth NUL are ignored.
   bool addChecked(std::span<const unsigned char> record);
 
+  /// addChecked() that adds what it finds to `findings` (see OrvaneAppInfo::setValuesReported()).
+  bool addReported(std::span<const unsigned char> record, OrvaneFindings& findings);
+
   /// The first entry with that UPID; end() when there is none.
   OrvaneAppInfo* find(unsigned int upid);
   const OrvaneAppInfo* find(unsigned int upid) const;
@@ -89,6 +93,14 @@ class ORVANE_EXPORT OrvaneAppInfoArray {
   /// none. Pairs after the last terminator line are dropped. A null text appends nothing.
   void setSection(const char* text);
   void setSection(std::string_view text);
+
+  /// setSection(text) that adds to `findings` what is dropped, ignored, cut or read as something
+  /// else than it seems to be, by line, and which entries of the text look-ups do not take.
+  void setSectionReported(std::string_view text, OrvaneFindings& findings);
+
+  /// Whether a section text is that of a catalogue rather than of applications, by the keys that
+  /// only one of them has.
+  static bool isCatalogue(std::string_view text);
 
   /// The section texts of all entries.
   char* getSection(bool terminate) const;

@@ -11,6 +11,7 @@
 
 #include "orvane/application.h"
 #include "orvane/export.h"
+#include "orvane/findings.h"
 
 /// The collection of all applications of a configuration, in the order in which they came; walk,
 /// index and size it as the vector that it is.
@@ -73,6 +74,11 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
   /// add(record) that stays inside `record`: false, and nothing changes, when the eighth NUL is
   /// missing there. Bytes after it are ignored.
   bool addChecked(std::span<const unsigned char> record);
+
+  /// addChecked() that adds what it finds to `findings` (see
+  /// OrvaneApplication::setValuesReported()), among it the fields that are ignored since the
+  /// application is there.
+  bool addReported(std::span<const unsigned char> record, OrvaneFindings& findings);
 
   /// Removes the application if it is new; otherwise gives it action 2. Null and the end position
   /// change nothing.
@@ -168,6 +174,11 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
   /// last terminator line are dropped.
   void setSection(const char* text);
   void setSection(std::string_view text);
+
+  /// setSection(text) that adds to `findings` what is dropped, ignored, cut, merged or read as
+  /// something else than it seems to be, by line: a text without any is read whole. Where groups
+  /// contradict each other, what the first of the application says holds.
+  void setSectionReported(std::string_view text, OrvaneFindings& findings);
   /// @}
 };
 

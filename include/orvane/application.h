@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "orvane/export.h"
+#include "orvane/findings.h"
 #include "orvane/port_mapping.h"
 #include "orvane/sorted_vector.h"
 
@@ -188,6 +189,11 @@ class ORVANE_EXPORT OrvaneApplication : public tagApplication {
   /// missing there. Bytes after it are ignored.
   bool setValuesChecked(std::span<const unsigned char> record);
 
+  /// setValuesChecked() that adds what it finds to `findings`: what is wrong with the record as a
+  /// whole, with its values, and what of its item is ignored since there is one with its address.
+  /// Findings about records have no line.
+  bool setValuesReported(std::span<const unsigned char> record, OrvaneFindings& findings);
+
   /// Adds the ports and then the ranges of `item` to the item with its address (plain insertion,
   /// see OrvanePortMapping::addPorts() and addRanges(); its other fields stay), or inserts a copy.
   /// Returns the item held.
@@ -246,6 +252,10 @@ class ORVANE_EXPORT OrvaneApplication : public tagApplication {
   /// are dropped, so a text without closed groups changes nothing.
   void setSection(const char* text);
   void setSection(std::string_view text);
+
+  /// setSection(text) that adds to `findings` what is dropped, ignored, cut, merged, replaced or
+  /// read as something else than it seems to be, by line.
+  void setSectionReported(std::string_view text, OrvaneFindings& findings);
 
   /// One group per item with action 5, never closed.
   char* getInitialSection() const;

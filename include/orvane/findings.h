@@ -25,8 +25,8 @@ struct OrvaneFinding {
   /// The key whose value it is about, as the library spells it, the UPID of the node in decimal, or
   /// "".
   std::string key;
-  /// What happened, in words. Pieces of the text stand in it as they are, cut to 80 characters: they
-  /// may hold control characters and bytes that are no UTF-8.
+  /// What happened, in words. Pieces of the text stand in it as they are, cut to 80 characters:
+  /// they may hold control characters and bytes that are no UTF-8.
   std::string message;
 };
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "orvane/export.h"
+#include "orvane/findings.h"
 
 /// Orders keys without regard to the case of ASCII letters: 'A' to 'Z' are folded to 'a' to 'z',
 /// the bytes are then compared as unsigned values, and a prefix sorts first.
@@ -55,6 +56,10 @@ class ORVANE_EXPORT OrvaneIni {
   /// one leaves none.
   void setSection(const char* text);
   void setSection(std::string_view text);
+
+  /// setSection(text) that adds to `findings` what is dropped, ignored or means something else than
+  /// it seems to, by line.
+  void setSectionReported(std::string_view text, OrvaneFindings& findings);
 
   /// The text of a section, counted from 0: its pairs ordered by IniKeyLess, each as a line
   /// "key=value", then the line ";" when `terminate` is true. A negative or too large index throws

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "orvane/export.h"
+#include "orvane/findings.h"
 #include "orvane/port_mapping.h"
 #include "orvane/port_range.h"
 
@@ -85,16 +86,27 @@ class ORVANE_EXPORT OrvanePortCounter {
   void add(const std::set<unsigned short>& more);
   void add(const std::set<OrvanePortRange>& more);
 
+  /// add(text) that adds to `findings` which items are skipped, read as something else, merged or
+  /// swallowed, and which ranges end where a registered one does. The lines are those of the text.
+  void addReported(std::string_view text, OrvaneFindings& findings);
+
   /// Removes the single ports of `text`, and for each of its ranges the one with the same end,
   /// wherever that starts. What is not registered is ignored.
   void remove(const char* text);
   void remove(std::string_view text);
+
+  /// remove(text) that adds to `findings` what there is to say of the list itself.
+  void removeReported(std::string_view text, OrvaneFindings& findings);
 
   /// Registers a socket on `address` for each single port of `text`, whose ranges are ignored, or
   /// for each port given. Sockets are never removed one by one: assign a new counter to start over.
   void addSocket(unsigned int address, const char* text);
   void addSocket(unsigned int address, std::string_view text);
   void addSocket(unsigned int address, const std::set<unsigned short>& more);
+
+  /// addSocket(address, text) that adds what it finds to `findings`, among it the ranges that it
+  /// ignores.
+  void addSocketReported(unsigned int address, std::string_view text, OrvaneFindings& findings);
   /// @}
 
   /// @name In use

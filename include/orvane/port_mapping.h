@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "orvane/export.h"
+#include "orvane/findings.h"
 #include "orvane/port_range.h"
 
 /// What OrvanePortMapping::parse() extracts from a port list text.
@@ -151,6 +152,10 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   /// The same for a string, up to its first NUL; an empty one empties both sets.
   void setPorts(const std::string& text) { setPorts(text.c_str()); }
 
+  /// setPorts(text) that adds to `findings` which items are skipped, read as something else,
+  /// merged or swallowed. The lines are those of the text.
+  void setPortsReported(std::string_view text, OrvaneFindings& findings);
+
   /// Empties the ports, then setPorts(text). So a null text empties the ports and keeps the ranges.
   void setNewPorts(const char* text);
   void setNewPorts(std::string_view text) { setPorts(text); }
@@ -180,6 +185,11 @@ class ORVANE_EXPORT OrvanePortMapping : public tagPortMapping {
   /// setValues() that stays inside `record`: false, and nothing changes, when the fourth NUL is
   /// missing there. Bytes after it are ignored.
   bool setValuesChecked(std::span<const unsigned char> record);
+
+  /// setValuesChecked() that adds what it finds to `findings`, among it that the record is cut
+  /// short or ignored, and what follows it. Findings about records have no line. May throw
+  /// std::bad_alloc.
+  bool setValuesReported(std::span<const unsigned char> record, OrvaneFindings& findings);
 
   /// Adds one range with merging: a binary search over the ranges, which probes the middle first,
   /// looks for one that overlaps `range`. If one is found, it is widened to cover both, and takes
