@@ -23,8 +23,8 @@ void ApplicationReporter::joined(const ApplicationGroup& group, std::size_t plac
   if (group.holds(kGroupId) && !(hasId_[place] && read.getID() == held.getID())) {
     ignored(group, kGroupId, std::to_string(read.getID()), heldId());
   }
-  leavesCategory_ = read.getAppCategory() != kOrvaneCategory0 &&
-                    held.getAppCategory() == kOrvaneCategory0;
+  leavesCategory_ =
+      read.getAppCategory() != kOrvaneCategory0 && held.getAppCategory() == kOrvaneCategory0;
 }
 
 void ApplicationReporter::fieldsIgnored(const ApplicationRecord& record,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -29,6 +30,25 @@ void addReading(const std::string& operation, TextOf textOf) {
       return plain::build(parsed);
     };
   });
+}
+
+// What telling costs where there is hardly anything to tell.
+void addReportedReading() {
+  const auto add = [](const std::string& way, auto read) {
+    bench::add(data::kReadReported, way, data::kSizes, [=](std::int64_t size) {
+      return [=, text = data::together(size)] {
+        OrvaneAppMapping mapping;
+        read(mapping, text);
+        return mapping;
+      };
+    });
+  };
+  add(bench::kLibrary, [](OrvaneAppMapping& mapping, std::string_view text) {
+    OrvaneFindings findings;
+    mapping.setSectionReported(text, findings);
+  });
+  add("unreported",
+      [](OrvaneAppMapping& mapping, std::string_view text) { mapping.setSection(text); });
 }
 
 void addWriting() {
@@ -181,6 +201,7 @@ void addSortByName() {
 void bench::addAll() {
   addReading(data::kReadTogether, data::together);
   addReading(data::kReadScattered, data::scattered);
+  addReportedReading();
   addWriting();
   addUpdating("updated section, 5 % changed", 20);
   addUpdating("updated section, all changed", 1);

@@ -15,6 +15,7 @@ namespace data {
 
 inline const std::string kReadTogether = "mapping text read, groups together";
 inline const std::string kReadScattered = "mapping text read, groups scattered";
+inline const std::string kReadReported = "mapping text read, findings reported";
 inline const std::string kWritten = "mapping text written";
 
 inline const bench::Sizes kSizes = {1000, 4000, 20000, 100000};

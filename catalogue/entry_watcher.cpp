@@ -24,9 +24,8 @@ void EntryReporter::otherItem(std::string_view token, const PortListItem& item) 
   const char* const key = kEntryKeys[kEntryPortRange].data();
   if (item.isPort()) {
     if (isClean(number)) return;
-    error("port", key, list(), [=] {
-      return quoted(token) + " is read as port " + std::to_string(number.value);
-    });
+    error("port", key, list(),
+          [=] { return quoted(token) + " is read as port " + std::to_string(number.value); });
     return;
   }
   const Bounds bounds = item.range.bounds();

@@ -94,13 +94,11 @@ void Reporter::otherItem(std::string_view token, const PortListItem& item) {
   const NumberText number = readNumberText(token);
   if (item.isPort()) {
     if (isClean(number)) return;
-    error("port", "PortRange", list_, [=] {
-      return quoted(token) + " is read as port " + std::to_string(number.value);
-    });
+    error("port", "PortRange", list_,
+          [=] { return quoted(token) + " is read as port " + std::to_string(number.value); });
   } else if (!number.digits.empty() && endsThere(number)) {
-    error("port", "PortRange", list_, [=] {
-      return "port " + quoted(token) + " is skipped: it is outside 1 to 65535";
-    });
+    error("port", "PortRange", list_,
+          [=] { return "port " + quoted(token) + " is skipped: it is outside 1 to 65535"; });
   } else {
     error("token", "PortRange", list_,
           [=] { return quoted(token) + " is skipped: it is no port or range"; });

@@ -132,9 +132,8 @@ void Reporter::skipped(Bounds range) {
 }
 
 void Reporter::rangeIgnored(Bounds range) {
-  error("range", "PortRange", list_, [=] {
-    return "range " + textOf(range) + " is ignored: a socket has a single port";
-  });
+  error("range", "PortRange", list_,
+        [=] { return "range " + textOf(range) + " is ignored: a socket has a single port"; });
 }
 
 void Reporter::swallows(const PortBits& ports, Bounds range) {
@@ -176,8 +175,8 @@ void Reporter::recordIgnored() {
 void Reporter::recordEnded(std::size_t left) {
   if (left == 0) return;
   note("record", "", nullptr, [=] {
-    return std::to_string(left) + (left == 1 ? " byte" : " bytes") +
-           " after the record " + (left == 1 ? "is" : "are") + " ignored";
+    return std::to_string(left) + (left == 1 ? " byte" : " bytes") + " after the record " +
+           (left == 1 ? "is" : "are") + " ignored";
   });
 }
 

@@ -80,8 +80,8 @@ TEST(Findings, EveryReaderTellsItsOwn) {
        "4 cut-off : 'cut' has no \"=\" and so closes the group, but no line feed follows: the text "
        "may have been cut off\n"},
       {[](auto& f) {
-         EXPECT_TRUE(OrvanePortMapping().setValuesReported(bytesOf(record("80,z/1.2.3/x/") + "ab"),
-                                                           f));
+         EXPECT_TRUE(
+             OrvanePortMapping().setValuesReported(bytesOf(record("80,z/1.2.3/x/") + "ab"), f));
          EXPECT_FALSE(OrvanePortMapping().setValuesReported(bytesOf("80"), f));
          EXPECT_TRUE(OrvanePortMapping().setValuesReported(bytesOf(record("")), f));
        },
@@ -129,12 +129,11 @@ TEST(Findings, AreBounded) {
   EXPECT_EQ(findings.getCounts()[1].found, 500U);
 
   // A value is cut between two characters, whatever bytes there are.
-  for (const auto& [value, shown] : {std::pair(std::string(80, 'a'), std::string(80, 'a')),
-                                     std::pair(std::string(81, 'a'), std::string(80, 'a') + "..."),
-                                     std::pair(std::string(79, 'a') + "\xC3\xA9",
-                                               std::string(79, 'a') + "..."),
-                                     std::pair(std::string(200, '\x80'),
-                                               std::string(76, '\x80') + "...")}) {
+  for (const auto& [value, shown] :
+       {std::pair(std::string(80, 'a'), std::string(80, 'a')),
+        std::pair(std::string(81, 'a'), std::string(80, 'a') + "..."),
+        std::pair(std::string(79, 'a') + "\xC3\xA9", std::string(79, 'a') + "..."),
+        std::pair(std::string(200, '\x80'), std::string(76, '\x80') + "...")}) {
     OrvaneFindings cut;
     mapping.setPortsReported(value, cut);
     ASSERT_EQ(cut.size(), 1U);
