@@ -1,16 +1,19 @@
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "cli/command.h"
 #include "cli/files/failure.h"
+#include "cli/files/input.h"
 #include "cli/files/output.h"
-#include "cli/findings.h"
-#include "cli/section_file.h"
-#include "cli/subcommands.h"
-#include "cli/terminal/json.h"
+#include "cli/files/section_file.h"
+#include "cli/shared_options.h"
+#include "cli/terminal/json_writer.h"
 #include "cli/terminal/table.h"
 #include "cli/terminal/terminal.h"
 #include "cli/terminal/text.h"
@@ -19,6 +22,21 @@
 
 namespace orvane::cli {
 namespace {
+
+struct CatalogueOptions {
+  std::string file;
+  std::string with;
+  std::string add;
+  std::string known;
+  std::string unknown;
+  std::string output;
+  std::string color = "auto";
+  std::vector<std::string> upids;
+  bool json = false;
+  bool section = false;
+  bool expand = false;
+  bool all = false;
+};
 
 using Upids = std::vector<unsigned int>;
 
@@ -31,12 +49,6 @@ void readUpids(const std::string& what, const std::string& list, Upids& upids) {
   }
 }
 
-OrvaneAppInfoArray readCatalogue(const std::string& path) {
-  OrvaneAppInfoArray catalogue;
-  catalogue.setSection(readClosedGroups(path, catalogueFindingsOf).text.c_str());
-  return catalogue;
-}
-
 void requireEntries(const OrvaneAppInfoArray& catalogue, const Upids& upids) {
   Upids missing;
   catalogue.getUnknownPortList(upids, missing);
@@ -46,7 +58,7 @@ void requireEntries(const OrvaneAppInfoArray& catalogue, const Upids& upids) {
 }
 
 // The entries chosen by UPID, each with its first entry; all when none is chosen.
-OrvaneAppInfoArray select(const OrvaneAppInfoArray& catalogue, const Upids& upids) {
+OrvaneAppInfoArray select(OrvaneAppInfoArray catalogue, const Upids& upids) {
   if (upids.empty()) return catalogue;
   requireEntries(catalogue, upids);
   OrvaneAppInfoArray selected;
@@ -69,38 +81,58 @@ std::uint64_t portCount(const OrvaneAppInfo& entry) {
   return count;
 }
 
-std::string tableOf(const OrvaneAppInfoArray& catalogue, bool expand, const Screen& screen) {
-  Table table;
-  table.add({"UPID", "VERSION", "PORT TYPE", "COUNT", "NAME", "PORTS"});
-  std::map<int, std::uint64_t> totals;
-  for (const OrvaneAppInfo& entry : catalogue) {
-    const std::uint64_t count = portCount(entry);
-    const std::string ports = expand ? entry.getEnumPorts() : entry.getPorts();
-    table.add({std::to_string(entry.getUPID()), std::to_string(entry.getVersion()),
-               std::to_string(entry.getPortType()), std::to_string(count), escape(entry.getFQN()),
-               ports.empty() ? "(no ports)" : ports});
-    totals[entry.getPortType()] += count;
-  }
-  std::string text = table.text(screen);
-  for (const auto& [type, total] : totals) {
-    text += "Ports of type " + std::to_string(type) + ": " + std::to_string(total) + "\n";
-  }
-  return text;
+std::string portsOf(const OrvaneAppInfo& entry, bool expand) {
+  std::string ports;
+  expand ? entry.appendEnumPorts(ports) : entry.appendPorts(ports);
+  return ports;
 }
 
-std::string jsonOf(const OrvaneAppInfoArray& catalogue, bool expand) {
-  auto array = Json::array();
+Table::Cells cellsOf(const OrvaneAppInfo& entry, std::uint64_t count) {
+  return {std::to_string(entry.getUPID()), std::to_string(entry.getVersion()),
+          std::to_string(entry.getPortType()), std::to_string(count), escape(entry.getFQN())};
+}
+
+void writeTable(const OrvaneAppInfoArray& catalogue, bool expand, const Screen& screen,
+                Output& output) {
+  Table table({"UPID", "VERSION", "PORT TYPE", "COUNT", "NAME"}, "PORTS", screen);
+  std::map<int, std::uint64_t> totals;
+  std::vector<std::uint64_t> counts;
+  counts.reserve(catalogue.size());
   for (const OrvaneAppInfo& entry : catalogue) {
-    array.push_back(
-        {{"upid", entry.getUPID()},
-         {"version", entry.getVersion()},
-         {"portType", static_cast<int>(entry.getPortType())},
-         {"ports", expand ? entry.getEnumPorts() : entry.getPorts()},
-         {"count", portCount(entry)},
-         {"reserved", {entry.getReserved1(), entry.getReserved2(), entry.getReserved3()}},
-         {"name", entry.getFQN()}});
+    counts.push_back(portCount(entry));
+    totals[entry.getPortType()] += counts.back();
+    table.measure(cellsOf(entry, counts.back()));
   }
-  return toText(array);
+  table.appendHeading(output.next());
+  auto count = counts.begin();
+  for (const OrvaneAppInfo& entry : catalogue) {
+    const std::string ports = portsOf(entry, expand);
+    table.appendRow(output.next(), cellsOf(entry, *count++), ports.empty() ? "(no ports)" : ports);
+  }
+  for (const auto& [type, total] : totals) {
+    output.next() += "Ports of type " + std::to_string(type) + ": " + std::to_string(total) + "\n";
+  }
+}
+
+void writeJson(const OrvaneAppInfoArray& catalogue, bool expand, Output& output) {
+  JsonWriter json(output);
+  json.array([&] {
+    for (const OrvaneAppInfo& entry : catalogue) {
+      json.object([&] {
+        json.member("upid", entry.getUPID());
+        json.member("version", entry.getVersion());
+        json.member("portType", static_cast<int>(entry.getPortType()));
+        json.member("ports", portsOf(entry, expand));
+        json.member("count", portCount(entry));
+        json.arrayMember("reserved", [&] {
+          json.value(entry.getReserved1());
+          json.value(entry.getReserved2());
+          json.value(entry.getReserved3());
+        });
+        json.member("name", entry.getFQN());
+      });
+    }
+  });
 }
 
 std::string upidList(const std::string& what, const std::string& list,
@@ -137,7 +169,7 @@ std::string mergedSection(const CatalogueOptions& options, const OrvaneAppInfoAr
                           const Upids& chosen) {
   requireEntries(catalogue, chosen);
   OrvaneAppMapping applications;  // new ones, which share a number, are no entry's application
-  for (const OrvaneApplication& application : readApplications(options.with)) {
+  for (const OrvaneApplication& application : readApplications(options.with, options.all)) {
     if (application.getUpid() != kOrvaneNoUpid) applications.emplace_back(application);
   }
   const Upids upids = chosen.empty() ? upidsOf(catalogue, inputName(options.file)) : chosen;
@@ -162,7 +194,7 @@ Upids upidsOf(const OrvaneAppMapping& applications, const std::string& name) {
 std::string addedSection(const CatalogueOptions& options, OrvaneAppInfoArray& catalogue,
                          const Upids& chosen) {
   const std::string name = inputName(options.add);
-  const OrvaneAppMapping applications = readApplications(options.add);
+  const OrvaneAppMapping applications = readApplications(options.add, options.all);
   for (const unsigned int upid : chosen) {
     if (upid == kOrvaneNoUpid || applications.find(upid) == applications.end()) {
       throw Failure(name + " has no application with UPID " + std::to_string(upid));
@@ -172,10 +204,9 @@ std::string addedSection(const CatalogueOptions& options, OrvaneAppInfoArray& ca
   return catalogue.getAppMappingSection(applications, upids, true);
 }
 
-std::string textOf(const CatalogueOptions& options) {
-  Upids upids;
-  for (const std::string& list : options.upids) readUpids("--upid", list, upids);
-  OrvaneAppInfoArray catalogue = readCatalogue(options.file);
+// The forms that are not written entry by entry.
+std::string textOf(const CatalogueOptions& options, OrvaneAppInfoArray& catalogue,
+                   const Upids& upids) {
   if (!options.known.empty()) {
     return upidList("--known", options.known, catalogue, &OrvaneAppInfoArray::getCommonPortList);
   }
@@ -183,22 +214,69 @@ std::string textOf(const CatalogueOptions& options) {
     return upidList("--unknown", options.unknown, catalogue,
                     &OrvaneAppInfoArray::getUnknownPortList);
   }
-  if (!options.with.empty()) return mergedSection(options, catalogue, upids);
-  if (!options.add.empty()) return addedSection(options, catalogue, upids);
-  const OrvaneAppInfoArray selected = select(catalogue, upids);
-  if (options.section) return selected.getSection(true);
-  if (options.json) return jsonOf(selected, options.expand);
-  return tableOf(selected, options.expand, screenFor(options.color, options.output));
+  return options.with.empty() ? addedSection(options, catalogue, upids)
+                              : mergedSection(options, catalogue, upids);
 }
 
-}  // namespace
+void writeEntries(const CatalogueOptions& options, const OrvaneAppInfoArray& entries) {
+  Output output(options.output, {options.file});
+  if (options.json) {
+    writeJson(entries, options.expand, output);
+  } else if (options.section) {
+    for (const OrvaneAppInfo& entry : entries) entry.appendSection(output.next(), true);
+  } else {
+    writeTable(entries, options.expand, screenFor(options.color, options.output), output);
+  }
+  output.finish();
+}
 
 ExitStatus showCatalogue(const CatalogueOptions& options) {
   if (options.file == "-" && (options.with == "-" || options.add == "-")) {
     throw Failure("only one file can be standard input");
   }
-  writeOutput(textOf(options), options.output, {options.file, options.with, options.add});
+  Upids upids;
+  for (const std::string& list : options.upids) readUpids("--upid", list, upids);
+  OrvaneAppInfoArray catalogue = readCatalogue(options.file, options.all);
+  const bool isDerived = !options.known.empty() || !options.unknown.empty() ||
+                         !options.with.empty() || !options.add.empty();
+  if (isDerived) {
+    writeOutput(textOf(options, catalogue, upids), options.output,
+                {options.file, options.with, options.add});
+  } else {
+    writeEntries(options, select(std::move(catalogue), upids));
+  }
   return kSuccess;
+}
+
+}  // namespace
+
+void describeCatalogue(const Command& command) {
+  const auto options = std::make_shared<CatalogueOptions>();
+  addSectionText(command, "FILE", options->file);
+  const Option upid =
+      command.texts("--upid", "UPIDS", options->upids, "Only these UPIDs; may be given again");
+  const Option expand = command.flag("--expand", options->expand, "List every port of a range");
+  const Command form = command.oneOf();
+  form.flag("--json", options->json, "All facts as JSON");
+  form.flag("--section", options->section, "The text in canonical form").excludes(expand);
+  form.text("--with", "APPS", options->with, "Entries merged with those of a mapping text")
+      .excludes(expand);
+  form.text("--add", "APPS", options->add, "The catalogue with applications added")
+      .excludes(expand);
+  form.text("--known", "UPIDS", options->known, "Those of the UPIDs that have an entry")
+      .excludes(expand)
+      .excludes(upid);
+  form.text("--unknown", "UPIDS", options->unknown, "Those of the UPIDs that have none")
+      .excludes(expand)
+      .excludes(upid);
+  addAll(command, options->all);
+  addColor(command, options->color);
+  addOutput(command, options->output);
+  command.close(
+      "Of --json, --section, --with, --add, --known and --unknown one may be given. COUNT is the "
+      "number of ports in an entry's list; one in two of its elements counts twice.\n"
+      "Example: orvane catalogue --with wanted.txt --upid 7000,7001 known.txt");
+  command.runs([options] { return showCatalogue(*options); });
 }
 
 }  // namespace orvane::cli

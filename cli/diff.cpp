@@ -1,24 +1,39 @@
 #include <algorithm>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "cli/command.h"
 #include "cli/comparison.h"
 #include "cli/files/failure.h"
 #include "cli/files/output.h"
-#include "cli/section_file.h"
-#include "cli/subcommands.h"
-#include "cli/terminal/json.h"
+#include "cli/files/section_file.h"
+#include "cli/shared_options.h"
+#include "cli/terminal/json_writer.h"
 #include "cli/terminal/terminal.h"
 #include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {
 
-OrvaneAppMapping readSide(const std::string& path, int assumedAction) {
-  OrvaneAppMapping applications = readApplications(path);
+struct DiffOptions {
+  std::string older;
+  std::string newer;
+  std::string output;
+  std::string color = "auto";
+  int assumedAction = kOrvaneActionNone;
+  bool summary = false;
+  bool json = false;
+  bool all = false;
+  bool strict = false;
+};
+
+OrvaneAppMapping readSide(const std::string& path, const DiffOptions& options) {
+  OrvaneAppMapping applications = readApplications(path, options.all);
   for (OrvaneApplication& application : applications) {
     if (application.getAction() == kOrvaneActionNone) {
-      application.setAction(static_cast<tagActionType>(assumedAction));
+      application.setAction(static_cast<tagActionType>(options.assumedAction));
     }
   }
   order(applications);
@@ -54,37 +69,50 @@ const char* colourOf(const Difference& difference) {
   return difference.newer == nullptr ? kRed : kBold;
 }
 
-std::string summaryOf(const std::vector<Difference>& differences, const Screen& screen) {
-  std::string text;
-  for (const Difference& difference : differences) {
-    const OrvaneApplication& application = difference.either();
-    text += paint(std::string(changeOf(difference)) + " " + upidText(application) + " " +
-                      quote(application.getName()),
-                  colourOf(difference), screen) +
-            "\n";
-    for (const Fact& fact : difference.facts) text += lineOf(fact);
-  }
-  return text;
+void appendSummary(const Difference& difference, const Screen& screen, std::string& to) {
+  const OrvaneApplication& application = difference.either();
+  to += paint(std::string(changeOf(difference)) + " " + upidText(application) + " " +
+                  quote(application.getName()),
+              colourOf(difference), screen) +
+        "\n";
+  for (const Fact& fact : difference.facts) to += lineOf(fact);
 }
 
-std::string jsonOf(const std::vector<Difference>& differences) {
-  auto array = Json::array();
-  for (const Difference& difference : differences) {
-    auto facts = Json::array();
-    for (const Fact& fact : difference.facts) {
-      Json object;
-      if (fact.item != nullptr) object["address"] = addressOf(*fact.item);
-      object["fact"] = fact.name;
-      object["before"] = fact.before;
-      object["after"] = fact.after;
-      facts.push_back(object);
-    }
-    array.push_back({{"change", changeOf(difference)},
-                     {"upid", upidOf(difference.either())},
-                     {"name", difference.either().getName()},
-                     {"facts", facts}});
+void writeFactValue(const Json& value, JsonWriter& json) {
+  if (value.is_null()) {
+    json.value(std::nullopt);
+  } else if (value.is_number()) {
+    json.value(value.get<std::int64_t>());
+  } else {
+    json.value(value.get_ref<const std::string&>());
   }
-  return toText(array);
+}
+
+void writeFact(const Fact& fact, JsonWriter& json) {
+  json.object([&] {
+    if (fact.item != nullptr) json.member("address", addressOf(*fact.item));
+    json.member("fact", fact.name);
+    json.key("before");
+    writeFactValue(fact.before, json);
+    json.key("after");
+    writeFactValue(fact.after, json);
+  });
+}
+
+void writeJson(const std::vector<Difference>& differences, Output& output) {
+  JsonWriter json(output);
+  json.array([&] {
+    for (const Difference& difference : differences) {
+      json.object([&] {
+        json.member("change", changeOf(difference));
+        json.member("upid", upidOf(difference.either()));
+        json.member("name", difference.either().getName());
+        json.arrayMember("facts", [&] {
+          for (const Fact& fact : difference.facts) writeFact(fact, json);
+        });
+      });
+    }
+  });
 }
 
 // Tells how much of the difference the change sections do not tell.
@@ -109,21 +137,53 @@ void noteOmissions(const std::vector<Difference>& differences) {
        [](const Difference& difference) { return !difference.inSections(); });
 }
 
-}  // namespace
-
 ExitStatus compareTexts(const DiffOptions& options) {
   if (options.older == "-" && options.newer == "-") {
     throw Failure("only one of OLD and NEW can be standard input");
   }
-  const OrvaneAppMapping older = readSide(options.older, options.assumedAction);
-  const OrvaneAppMapping newer = readSide(options.newer, options.assumedAction);
+  const OrvaneAppMapping older = readSide(options.older, options);
+  const OrvaneAppMapping newer = readSide(options.newer, options);
   const std::vector<Difference> differences = compare(older, newer);
   if (!options.summary) noteOmissions(differences);
-  writeOutput(options.json      ? jsonOf(differences)
-              : options.summary ? summaryOf(differences, screenFor(options.color, options.output))
-                                : changeSections(differences),
-              options.output, {options.older, options.newer});
+  requireNothingReported(options.strict);
+  Output output(options.output, {options.older, options.newer});
+  if (options.json) {
+    writeJson(differences, output);
+  } else if (options.summary) {
+    const Screen screen = screenFor(options.color, options.output);
+    for (const Difference& difference : differences) {
+      appendSummary(difference, screen, output.next());
+    }
+  } else {
+    output.write(changeSections(differences));
+  }
+  output.finish();
   return differences.empty() ? kSuccess : kFound;
+}
+
+}  // namespace
+
+void describeDiff(const Command& command) {
+  const auto options = std::make_shared<DiffOptions>();
+  addSectionText(command, "OLD", options->older);
+  addSectionText(command, "NEW", options->newer);
+  const Option summary =
+      command.flag("--summary", options->summary, "List every difference for a reader instead");
+  command.flag("--json", options->json, "With --summary: write it as JSON").needs(summary);
+  command.number("--assume-action", "CODE", options->assumedAction, kOrvaneActionAdd,
+                 kOrvaneActionInitial, "Action (1 to 5) for applications with action 0");
+  addAll(command, options->all);
+  addStrict(command, options->strict);
+  addColor(command, options->color);
+  addOutput(command, options->output);
+  command.close(
+      "Applications are matched by UPID, new ones by name; GroupID is no difference. "
+      "Change sections leave out what OLD holds with action 0, and write what NEW holds with "
+      "another action than 1 only beside its old state. Notes on standard error count what is "
+      "left out.\n"
+      "Exit status: 0 no difference, 1 any difference, 2 unusable.\n"
+      "Example: orvane diff --assume-action 1 running.txt wanted.txt > change.txt");
+  command.runs([options] { return compareTexts(*options); });
 }
 
 }  // namespace orvane::cli

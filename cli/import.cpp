@@ -1,17 +1,26 @@
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "cli/command.h"
 #include "cli/files/failure.h"
 #include "cli/files/input.h"
 #include "cli/files/output.h"
 #include "cli/services.h"
-#include "cli/subcommands.h"
+#include "cli/shared_options.h"
 #include "cli/terminal/text.h"
 #include "orvane/app_info_array.h"
 #include "orvane/app_mapping.h"
 
 namespace orvane::cli {
 namespace {
+
+struct ImportOptions {
+  std::string file = "/etc/services";
+  std::string output;
+  std::string firstUpid = "1000";
+  std::string form = "apps";
+};
 
 // The first of `count` UPIDs in a row; none of them may be the one that means "none".
 unsigned int firstOf(const std::string& text, std::size_t count) {
@@ -67,8 +76,6 @@ std::string catalogueOf(const std::vector<Service>& services, unsigned int upid,
   return catalogue.getSection(true);
 }
 
-}  // namespace
-
 ExitStatus importServices(const ImportOptions& options) {
   const Input input = readInput(options.file);
   const std::vector<Service> services = parseServices(input);
@@ -77,6 +84,27 @@ ExitStatus importServices(const ImportOptions& options) {
   const auto textOf = options.form == "catalogue" ? catalogueOf : applicationsOf;
   writeOutput(textOf(services, firstUpid, input), options.output, {options.file});
   return kSuccess;
+}
+
+}  // namespace
+
+void describeImport(const Command& command) {
+  command.close("Example: orvane import services --output known.txt");
+  const auto options = std::make_shared<ImportOptions>();
+  const Command services =
+      command.subcommand("services", "One application per service of a services(5) file");
+  services.argument("FILE", options->file, "services(5) file, or -; /etc/services if not given");
+  services.text("--first-upid", "UPID", options->firstUpid,
+                "UPID of the first, counted up; 1000 if not given");
+  services.choice("--as", "FORM", options->form, {"apps", "catalogue"},
+                  "apps (if not given) or catalogue");
+  addOutput(services, options->output);
+  services.close(
+      "Each application has action 1 and one item without address, with the ports of all "
+      "protocols; each catalogue entry has those ports and the full name. Lines that are no "
+      "service, and names that are cut, are reported on standard error.\n"
+      "Example: orvane import services --first-upid 5000 /etc/services > known.txt");
+  services.runs([options] { return importServices(*options); });
 }
 
 }  // namespace orvane::cli

@@ -27,6 +27,15 @@ Use readSocket(const std::string& command, const std::string& text) {
 
 }  // namespace
 
+void addInUse(const Command& command, InUseOptions& options) {
+  command.texts("--ports", "LIST", options.ports,
+                "Ports in use on every address; may be given again");
+  command.texts("--socket", "ADDRESS:PORTS", options.sockets,
+                "Ports in use on one address; may be given again");
+  const Option live = command.flag("--live", options.live, "What listens or is bound on this host");
+  command.text("--proc", "DIR", options.proc, "With --live: another proc file system").needs(live);
+}
+
 std::vector<Use> readInUse(const std::string& command, const InUseOptions& options) {
   std::vector<Use> uses;
   for (const std::string& list : options.ports) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/command.h"
 #include "orvane/port_mapping.h"
 
 namespace orvane::cli {
@@ -24,6 +25,9 @@ struct InUseOptions {
 
   bool any() const { return live || !ports.empty() || !sockets.empty(); }
 };
+
+// --ports, --socket, --live and --proc.
+void addInUse(const Command& command, InUseOptions& options);
 
 // All that the options tell. What cannot be read is told on standard error; Failure is thrown when
 // nothing of an argument is usable, or when this host cannot be asked.

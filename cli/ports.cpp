@@ -1,13 +1,22 @@
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "cli/command.h"
 #include "cli/files/failure.h"
 #include "cli/files/output.h"
 #include "cli/port_argument.h"
-#include "cli/subcommands.h"
+#include "cli/shared_options.h"
 #include "orvane/port_mapping.h"
 
 namespace orvane::cli {
+namespace {
+
+struct PortsOptions {
+  std::vector<std::string> lists;
+  std::string output;
+  bool diff = false;
+};
 
 ExitStatus normalisePorts(const PortsOptions& options) {
   std::vector<OrvanePortMapping> mappings;
@@ -26,6 +35,20 @@ ExitStatus normalisePorts(const PortsOptions& options) {
   if (!text.empty()) text.push_back('\n');
   writeOutput(text, options.output, {});
   return text.empty() ? kSuccess : kFound;
+}
+
+}  // namespace
+
+void describePorts(const Command& command) {
+  const auto options = std::make_shared<PortsOptions>();
+  command.arguments("TEXT", options->lists, "Port lists such as 80,443,1000-2000").isRequired();
+  command.flag("--diff", options->diff, "Write what the second list has and the first has not");
+  addOutput(command, options->output);
+  command.close(
+      "With --diff a range counts as present when the first list has one with the same end.\n"
+      "Exit status: 0 done, 1 --diff wrote something, 2 unusable.\n"
+      "Example: orvane ports --diff 80,443 80,8080,1000-2000");
+  command.runs([options] { return normalisePorts(*options); });
 }
 
 }  // namespace orvane::cli

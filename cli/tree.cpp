@@ -1,11 +1,13 @@
 #include <algorithm>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "cli/command.h"
 #include "cli/files/failure.h"
 #include "cli/files/output.h"
-#include "cli/subcommands.h"
+#include "cli/shared_options.h"
 #include "cli/terminal/json.h"
 #include "cli/terminal/text.h"
 #include "cli/tree_check.h"
@@ -14,6 +16,15 @@
 
 namespace orvane::cli {
 namespace {
+
+struct TreeOptions {
+  std::string file;
+  std::string format = "text";
+  std::string children;
+  std::string upid;
+  std::string output;
+  bool nodesOnly = false;
+};
 
 std::string lineOf(const OrvaneUpidNode& node) {
   return std::to_string(node.upid) + " '" + writtenName(node) + "' flags " +
@@ -93,8 +104,6 @@ void select(TreeFile& file, const TreeOptions& options) {
   }
 }
 
-}  // namespace
-
 ExitStatus showTree(const TreeOptions& options) {
   if (options.file.empty()) throw Failure("FILE is required");
   TreeFile file = readTreeBuffer(options.file, options.nodesOnly);
@@ -121,6 +130,42 @@ ExitStatus packTree(const TreeOptions& options) {
   writeOutput(bufferOf(parseTreeText(readInput(options.file), options.nodesOnly)), options.output,
               {options.file});
   return kSuccess;
+}
+
+void describePack(const Command& command) {
+  const auto options = std::make_shared<TreeOptions>();
+  command.argument("FILE", options->file, "A file that ends in .json or .csv").isRequired();
+  command.flag("--nodes", options->nodesOnly, "Make a node buffer, without header");
+  command.text("--output", "FILE", options->output, "The buffer, replaced as a whole").isRequired();
+  command.close(
+      "The forms are those that orvane tree --format writes. firstChild, sibling and "
+      "numOfChildren may be left out: they follow from parentUpid and the order. So does the "
+      "header, from the nodes named TCP and UDP.\n"
+      "Example: orvane tree pack protocols.csv --output protocols.tree");
+  command.runs([options] { return packTree(*options); });
+  command.standAlone();
+}
+
+}  // namespace
+
+void describeTree(const Command& command) {
+  const auto options = std::make_shared<TreeOptions>();
+  command.argument("FILE", options->file, "Tree buffer or node buffer, or -");
+  command.flag("--nodes", options->nodesOnly, "FILE is a node buffer, without header");
+  command.choice("--format", "FORM", options->format, {"text", "json", "csv", "dot"},
+                 "text (if not given), json, csv or dot");
+  const Option upid = command.text("--upid", "UPID", options->upid, "Only this node");
+  command.text("--children", "UPID", options->children, "Only the children of this node")
+      .excludes(upid);
+  addOutput(command, options->output);
+  describePack(command.subcommand("pack", "Make a tree buffer from JSON or CSV"));
+  command.close(
+      "Roots are the nodes whose parent is 0 or themselves. Nodes that no root reaches, links "
+      "that lead nowhere or back, and wrong counts of children are findings. A node that counts 0 "
+      "but has a first child has a chain whose last node only closes it: that one is not drawn.\n"
+      "Exit status: 0 no finding, 1 any finding, 2 unusable.\n"
+      "Example: orvane tree --format dot protocols.tree | dot -Tsvg > protocols.svg");
+  command.runs([options] { return showTree(*options); });
 }
 
 }  // namespace orvane::cli

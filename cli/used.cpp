@@ -1,18 +1,25 @@
 #include <algorithm>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "cli/collisions.h"
+#include "cli/command.h"
 #include "cli/files/failure.h"
 #include "cli/files/output.h"
 #include "cli/in_use.h"
-#include "cli/subcommands.h"
+#include "cli/shared_options.h"
 #include "orvane/port_counter.h"
 
 namespace orvane::cli {
 namespace {
+
+struct UsedOptions {
+  InUseOptions inUse;
+  std::string output;
+};
 
 // Sockets have one port each, so the ranges of a use become their ports.
 std::string singlePorts(const OrvanePortMapping& mapping) {
@@ -25,8 +32,6 @@ std::string singlePorts(const OrvanePortMapping& mapping) {
   }
   return OrvanePortMapping::PortArrayToString(ports);
 }
-
-}  // namespace
 
 ExitStatus showUsed(const UsedOptions& options) {
   if (!options.inUse.any()) {
@@ -47,6 +52,19 @@ ExitStatus showUsed(const UsedOptions& options) {
   counter.add(portListOf(std::move(ranges)).c_str());
   writeOutput(counter.toString() + "\n", options.output, filesOf(options.inUse));
   return kSuccess;
+}
+
+}  // namespace
+
+void describeUsed(const Command& command) {
+  const auto options = std::make_shared<UsedOptions>();
+  addInUse(command, options->inUse);
+  addOutput(command, options->output);
+  command.close(
+      "The line holds the sockets, each followed by a blank, then the ports and the ranges in use "
+      "on every address; ranges that overlap or touch are joined.\n"
+      "Example: orvane used --live --ports 8000-8100");
+  command.runs([options] { return showUsed(*options); });
 }
 
 }  // namespace orvane::cli

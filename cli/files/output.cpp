@@ -9,8 +9,8 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <optional>
+#include <utility>
 
 #include "cli/files/failure.h"
 #include "cli/files/file.h"
@@ -19,6 +19,8 @@
 
 namespace orvane::cli {
 namespace {
+
+bool isReported = false;
 
 bool writeAll(int descriptor, std::string_view text) {
   while (!text.empty()) {
@@ -57,24 +59,48 @@ mode_t modeOfNewFile() {
   return 0666 & ~mask;
 }
 
+// A link stays a link: the file that it leads to is replaced.
+std::string resolved(const std::string& path) {
+  const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr),
+                                                         &std::free);
+  return real ? real.get() : path;
+}
+
+// Throws Failure unless `path` names a regular file that is none of the inputs.
+void requireReplaceable(const std::string& name, const Status& existing,
+                        const std::vector<std::string>& inputs) {
+  if (!S_ISREG(existing.st_mode)) {
+    throw Failure("cannot write " + name + ": it is no regular file");
+  }
+  for (const std::string& input : inputs) {
+    const std::optional<Status> status = statusOfInput(input);
+    if (status && sameFile(*status, existing)) {
+      throw Failure("cannot write " + name + ": it is the input");
+    }
+  }
+}
+
+}  // namespace
+
 // A file beside `target` that disappears unless it takes its place.
 class Replacement {
  public:
-  explicit Replacement(const std::string& target)
-      : target_(target), path_(target + ".XXXXXX"), file_(::mkstemp(path_.data())) {}
+  explicit Replacement(std::string target)
+      : target_(std::move(target)), path_(target_ + ".XXXXXX"), file_(::mkstemp(path_.data())) {}
   Replacement(const Replacement&) = delete;
   Replacement& operator=(const Replacement&) = delete;
   ~Replacement() {
     if (file_.isOpen() && !committed_) ::unlink(path_.c_str());
   }
 
-  bool write(std::string_view text, mode_t mode) const {
-    return file_.isOpen() && ::fchmod(file_.descriptor(), mode) == 0 &&
-           writeAll(file_.descriptor(), text) && ::fsync(file_.descriptor()) == 0;
+  bool isOpenWith(mode_t mode) const {
+    return file_.isOpen() && ::fchmod(file_.descriptor(), mode) == 0;
   }
 
+  bool write(std::string_view text) const { return writeAll(file_.descriptor(), text); }
+
   bool commit() {
-    committed_ = ::rename(path_.c_str(), target_.c_str()) == 0;
+    committed_ = ::fsync(file_.descriptor()) == 0 && ::rename(path_.c_str(), target_.c_str()) == 0;
     return committed_;
   }
 
@@ -85,50 +111,57 @@ class Replacement {
   bool committed_ = false;
 };
 
-// A link stays a link: the file that it leads to is replaced.
-std::string resolved(const std::string& path) {
-  const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr),
-                                                         &std::free);
-  return real ? real.get() : path;
-}
-
-void replaceFile(std::string_view text, const std::string& path,
-                 const std::vector<std::string>& inputs) {
-  const std::string name = escape(path);
+Output::Output(const std::string& path, const std::vector<std::string>& inputs)
+    : name_(path.empty() ? "to standard output" : escape(path)) {
+  endProgress();
+  if (path.empty()) return;
   const std::optional<Status> existing = statusOf(path);
-  if (existing) {
-    if (!S_ISREG(existing->st_mode)) {
-      throw Failure("cannot write " + name + ": it is no regular file");
-    }
-    for (const std::string& input : inputs) {
-      const std::optional<Status> status = statusOfInput(input);
-      if (status && sameFile(*status, *existing)) {
-        throw Failure("cannot write " + name + ": it is the input");
-      }
-    }
-  }
-  Replacement replacement(existing ? resolved(path) : path);
+  if (existing) requireReplaceable(name_, *existing, inputs);
+  replacement_ = std::make_unique<Replacement>(existing ? resolved(path) : path);
   const mode_t mode = existing ? existing->st_mode & 07777 : modeOfNewFile();
-  if (!replacement.write(text, mode) || !replacement.commit()) {
-    failAsErrno("cannot write " + name);
-  }
+  if (!replacement_->isOpenWith(mode)) failAsErrno("cannot write " + name_);
 }
 
-}  // namespace
+Output::~Output() = default;
+
+void Output::write(std::string_view text) {
+  if (text.size() < kPiece) {
+    next().append(text);
+    return;
+  }
+  writeWaiting();
+  writeNow(text);
+}
+
+void Output::finish() {
+  writeWaiting();
+  if (replacement_ && !replacement_->commit()) failAsErrno("cannot write " + name_);
+}
+
+void Output::writeWaiting() {
+  writeNow(waiting_);
+  waiting_.clear();
+}
+
+void Output::writeNow(std::string_view text) {
+  const bool done = replacement_ ? replacement_->write(text) : writeAll(STDOUT_FILENO, text);
+  if (!done) failAsErrno("cannot write " + name_);
+}
 
 void writeOutput(std::string_view text, const std::string& path,
                  const std::vector<std::string>& inputs) {
-  endProgress();
-  if (!path.empty()) {
-    replaceFile(text, path, inputs);
-  } else if (!writeAll(STDOUT_FILENO, text)) {
-    failAsErrno("cannot write to standard output");
-  }
+  Output output(path, inputs);
+  output.write(text);
+  output.finish();
 }
 
 void writeError(const std::string& message) {
+  if (message.empty()) return;
+  isReported = true;
   endProgress();
   std::fputs(message.c_str(), stderr);
 }
+
+bool hasReported() { return isReported; }
 
 }  // namespace orvane::cli

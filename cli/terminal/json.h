@@ -1,4 +1,4 @@
-// JSON as every command writes it.
+// JSON that is held as a whole before it is written.
 
 #ifndef ORVANE_CLI_TERMINAL_JSON_H_
 #define ORVANE_CLI_TERMINAL_JSON_H_
@@ -7,7 +7,6 @@
 #include <string>
 
 #include "cli/terminal/text.h"
-#include "orvane/application.h"
 
 namespace orvane::cli {
 
@@ -16,16 +15,6 @@ using Json = nlohmann::ordered_json;
 // Names may hold any bytes; those that are no UTF-8 are replaced.
 inline std::string toText(const Json& json) {
   return escapeInJson(json.dump(2, ' ', false, Json::error_handler_t::replace)) + "\n";
-}
-
-// Null for a new application.
-inline Json upidOf(const OrvaneApplication& application) {
-  return application.getUpid() == kOrvaneNoUpid ? Json() : Json(application.getUpid());
-}
-
-// Null for an item without address.
-inline Json addressOf(const OrvanePortMapping& item) {
-  return item.getIpAddress() == 0 ? Json() : Json(item.getIpAsString());
 }
 
 }  // namespace orvane::cli

@@ -1,55 +1,60 @@
 #include "cli/terminal/table.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <string_view>
 
 #include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {
 
+constexpr std::size_t kGap = 2;
+
 // The list in lines that begin at `column` and, where an element is not wider by itself, end at
 // most at `end`. A terminal with hardly any room beside the other columns breaks the line better
 // itself.
-std::string wrapList(std::string_view list, std::size_t column, std::size_t end) {
+void appendWrapped(std::string& to, std::string_view list, std::size_t column, std::size_t end) {
   constexpr std::size_t kLeastRoom = 12;
-  std::string lines;
   while (end >= column + kLeastRoom && list.size() > end - column) {
     std::size_t comma = list.rfind(',', end - column - 1);
     if (comma == std::string_view::npos) comma = list.find(',');
     if (comma == std::string_view::npos) break;
-    lines.append(list.substr(0, comma + 1)).append(1, '\n').append(column, ' ');
+    to.append(list.substr(0, comma + 1)).append(1, '\n').append(column, ' ');
     list.remove_prefix(comma + 1);
   }
-  return lines.append(list);
+  to.append(list);
 }
 
 }  // namespace
 
-std::string Table::text(const Screen& screen) const {
-  std::vector<std::size_t> widths;
-  for (const Row& row : rows_) {
-    widths.resize(std::max(widths.size(), row.size()));
-    for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], width(row[i]));
+Table::Table(const Cells& heading, const std::string& listHeading, const Screen& screen)
+    : heading_(heading), listHeading_(listHeading), screen_(screen), widths_(heading.size()) {
+  measure(heading);
+}
+
+void Table::measure(const Cells& cells) {
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    widths_[i] = std::max(widths_[i], width(cells[i]));
   }
-  std::size_t listColumn = 0;
-  for (std::size_t i = 0; i + 1 < widths.size(); ++i) listColumn += widths[i] + 2;
-  std::string text;
-  for (const Row& row : rows_) {
-    std::string line;
-    std::size_t gap = 0;  // spaces are written before the next cell, never at the end of a line
-    for (std::size_t i = 0; i < row.size(); ++i) {
-      if (!row[i].empty()) {
-        line.append(gap, ' ');
-        line += i + 1 == widths.size() ? wrapList(row[i], listColumn, screen.width) : row[i];
-        gap = 0;
-      }
-      gap += widths[i] + 2 - width(row[i]);
-    }
-    text += (&row == &rows_.front() ? paint(line, kBold, screen) : line) + "\n";
+}
+
+void Table::appendHeading(std::string& to) const {
+  std::string line;
+  appendLine(line, heading_, listHeading_);
+  to.append(paint(line, kBold, screen_)).append(1, '\n');
+}
+
+void Table::appendRow(std::string& to, const Cells& cells, std::string_view list) const {
+  appendLine(to, cells, list);
+  to.push_back('\n');
+}
+
+void Table::appendLine(std::string& to, const Cells& cells, std::string_view list) const {
+  std::size_t column = 0;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    to.append(cells[i]).append(widths_[i] + kGap - width(cells[i]), ' ');
+    column += widths_[i] + kGap;
   }
-  return text;
+  appendWrapped(to, list, column, screen_.width);
 }
 
 }  // namespace orvane::cli

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cwchar>
+#include <iterator>
 #include <utility>
 
 namespace orvane::cli {
@@ -53,9 +54,46 @@ bool isUnsafe(char32_t code) {
       kUnsafe, [=](auto range) { return range.first <= code && code <= range.second; });
 }
 
+// What neither way of escaping changes.
+bool isPlain(char c) { return c >= ' ' && c <= '~' && c != '\\' && c != '"'; }
+
+// How many bytes a text begins with that begin a character, which is not well-formed as a whole.
+std::size_t lengthOfBegun(std::string_view text) {
+  // The second bytes that can follow a lead byte; others are those of a longer form than needed, of
+  // a surrogate, or beyond the last code.
+  struct Lead {
+    unsigned char first, last, leastSecond, mostSecond;
+    std::size_t length;
+  };
+  static constexpr std::array<Lead, 8> kLeads = {{{0xC2, 0xDF, 0x80, 0xBF, 2},
+                                                  {0xE0, 0xE0, 0xA0, 0xBF, 3},
+                                                  {0xE1, 0xEC, 0x80, 0xBF, 3},
+                                                  {0xED, 0xED, 0x80, 0x9F, 3},
+                                                  {0xEE, 0xEF, 0x80, 0xBF, 3},
+                                                  {0xF0, 0xF0, 0x90, 0xBF, 4},
+                                                  {0xF1, 0xF3, 0x80, 0xBF, 4},
+                                                  {0xF4, 0xF4, 0x80, 0x8F, 4}}};
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const auto lead = std::ranges::find_if(
+      kLeads, [&](const Lead& form) { return form.first <= byte(0) && byte(0) <= form.last; });
+  if (lead == kLeads.end() || text.size() < 2 || byte(1) < lead->leastSecond ||
+      byte(1) > lead->mostSecond) {
+    return 1;
+  }
+  std::size_t length = 2;
+  while (length < std::min(lead->length, text.size()) && isContinuation(text[length])) ++length;
+  return length;
+}
+
+void appendUnicodeEscape(std::string& to, char32_t code) {
+  to += "\\u";
+  for (const unsigned int shift : {12U, 8U, 4U, 0U}) to += kHexDigits[code >> shift & 0xFU];
+}
+
 }  // namespace
 
 std::string escape(std::string_view text) {
+  if (std::ranges::all_of(text, isPlain)) return std::string(text);
   std::string escaped;
   while (!text.empty()) {
     const Character character = firstCharacter(text);
@@ -75,6 +113,33 @@ std::string escape(std::string_view text) {
   return escaped;
 }
 
+void appendJsonText(std::string& to, std::string_view text) {
+  static constexpr std::string_view kNamed = "\"\\\b\f\n\r\t";
+  static constexpr std::string_view kNames = "\"\\bfnrt";
+  while (!text.empty()) {
+    const auto plain = static_cast<std::size_t>(
+        std::distance(text.begin(), std::ranges::find_if_not(text, isPlain)));
+    to.append(text.substr(0, plain));
+    text.remove_prefix(plain);
+    if (text.empty()) return;
+    const Character character = firstCharacter(text);
+    const std::size_t named = kNamed.find(text.front());
+    if (!character.wellFormed) {
+      to += "\xEF\xBF\xBD";
+      text.remove_prefix(lengthOfBegun(text));
+      continue;
+    }
+    if (named != std::string_view::npos) {
+      to.append(1, '\\').append(1, kNames[named]);
+    } else if (isUnsafe(character.code)) {
+      appendUnicodeEscape(to, character.code);
+    } else {
+      to += text.substr(0, character.length);
+    }
+    text.remove_prefix(character.length);
+  }
+}
+
 std::string escapeInJson(std::string_view json) {
   std::string escaped;
   while (!json.empty()) {
@@ -82,10 +147,7 @@ std::string escapeInJson(std::string_view json) {
     if (json.front() == '\n' || !isUnsafe(character.code)) {
       escaped += json.substr(0, character.length);
     } else {
-      escaped += "\\u";
-      for (const unsigned int shift : {12U, 8U, 4U, 0U}) {
-        escaped += kHexDigits[character.code >> shift & 0xFU];
-      }
+      appendUnicodeEscape(escaped, character.code);
     }
     json.remove_prefix(character.length);
   }
@@ -97,6 +159,7 @@ std::string quote(std::string_view text) {
 }
 
 std::size_t width(std::string_view escaped) {
+  if (std::ranges::all_of(escaped, isPlain)) return escaped.size();
   std::size_t columns = 0;
   while (!escaped.empty()) {
     const Character character = firstCharacter(escaped);

@@ -21,7 +21,11 @@ inline constexpr std::string_view kHexDigits = "0123456789abcdef";
 // that are no UTF-8, and the backslash itself are escaped.
 std::string escape(std::string_view text);
 
-// The same for JSON, in its own way of escaping; only its line feeds stay.
+// Appends a text as JSON has it between its quotes: bytes that are no UTF-8 are replaced by U+FFFD,
+// one for each character that was begun, and what the terminal is kept from is escaped there too.
+void appendJsonText(std::string& to, std::string_view text);
+
+// The same escapes for JSON that is written already, where only its line feeds stay.
 std::string escapeInJson(std::string_view json);
 
 // The escaped text in single quotes.
