@@ -52,6 +52,8 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   std::setlocale(LC_CTYPE, "C.UTF-8");  // names are UTF-8, wherever the command runs
-  std::signal(SIGPIPE, SIG_IGN);        // a reader that went away is reported, like a full disk
+  // A reader that went away and a file that may not grow are reported, like a full disk.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   return orvane::cli::run(argc, argv);
 }

@@ -12,13 +12,14 @@ _orvane() {
     [[ $word != -* ]] || words="--help --version"
   elif [[ $word == -* ]]; then
     case $command in
-      apps) words="--json --section --color --output" ;;
-      diff) words="--summary --json --assume-action --color --output" ;;
+      apps) words="--json --section --all --color --output" ;;
+      diff) words="--summary --json --assume-action --all --strict --color --output" ;;
       ports) words="--diff --output" ;;
-      check) words="--ports --socket --live --proc --against --each --json --output" ;;
+      check) words="--ports --socket --live --proc --against --each --json --all --strict --output" ;;
       used) words="--ports --socket --live --proc --output" ;;
       catalogue)
-        words="--upid --expand --json --section --with --add --known --unknown --color --output"
+        words="--upid --expand --json --section --with --add --known --unknown --all --color"
+        words+=" --output"
         ;;
       tree) words="--nodes --format --upid --children --output" ;;
       "tree pack") words="--nodes --output" ;;

@@ -40,6 +40,42 @@ TEST_F(AppsTest, Json) {
   EXPECT_EQ(run("apps --json -", "").out, "[]\n");
 }
 
+// Byte for byte what a library for it writes.
+TEST_F(AppsTest, JsonOfNamesThatAreNoUtf8) {
+  const auto written = [](const std::string& text) {
+    return nlohmann::ordered_json(text).dump(-1, ' ', false,
+                                             nlohmann::ordered_json::error_handler_t::replace);
+  };
+  const std::string names[] = {
+      "\"\\\b\f\t\x01\x1f",                    // escapes
+      "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x99\x82",  // two to four bytes
+      "a\xC3",                                 // cut short
+      "\xE2\x82",
+      "\xF0\x9F\x99x",
+      "\xE2\x82\xC3\xA9",
+      "\xF0\x9F\xE2\x82\xAC",
+      "\x80\xBF\xC0\x80\xC1\xBF\xF5\xFF",  // never begins a character
+      "\xE0\x80\x80\xE0\xA0\x80",          // longer than needed, and just not
+      "\xF0\x80\x80\x80\xF0\x90\x80\x80",
+      "\xED\xA0\x80\xED\x9F\xBF",  // a surrogate, and the last before them
+      "\xF4\x90\x80\x80\xF4\x8F\xBF\xBF",
+      "\xF1\x80\x80\xF3\x80",
+  };
+  std::string text;
+  for (const std::string& name : names) text += group("ApplName=" + name);
+  std::istringstream lines(run("apps --json -", text).out);
+  std::size_t found = 0;
+  for (std::string line; std::getline(lines, line);) {
+    if (!line.starts_with("    \"name\": ")) continue;
+    ASSERT_LT(found, std::size(names));
+    EXPECT_EQ(line, "    \"name\": " + written(names[found++]) + ",");
+  }
+  EXPECT_EQ(found, std::size(names));
+
+  const std::string json = run("apps --json -", kText).out;
+  EXPECT_EQ(nlohmann::ordered_json::parse(json).dump(2) + "\n", json);
+}
+
 TEST_F(AppsTest, CanonicalSectionReadsBackAndHasNoFindings) {
   const std::string canonical = run("apps --section -", kText).out;
   EXPECT_EQ(canonical.substr(0, canonical.find(';')),

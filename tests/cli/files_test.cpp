@@ -39,6 +39,8 @@ TEST_F(FilesTest, UnusableInputAndUsage) {
   const Case cases[] = {
       {"apps missing", "orvane apps: cannot read missing: No such file or directory\n"},
       {"lint .", "orvane lint: cannot read .: Is a directory\n"},
+      {"lint - < /dev/zero",  // which never ends
+       "orvane lint: standard input: the byte at offset 0 is NUL: this is no text\n"},
       {"apps nul", "orvane apps: nul: the byte at offset 7 is NUL: this is no text\n"},
       {"diff f open", "orvane diff: open: no group is closed by a terminator line such as \";\"\n"},
       {"diff - -", "orvane diff: only one of OLD and NEW can be standard input\n"},
@@ -104,6 +106,79 @@ TEST_F(FilesTest, FailedOutputIsNoSuccess) {
   // The reader has gone before the command writes.
   run("--version; { sleep 0.2; " ORVANE_COMMAND " apps f; echo $? > status; } | true");
   EXPECT_EQ(read("status"), "2\n");
+}
+
+// A text of so many applications; of 20,000 its table, JSON and sections are several pieces of
+// output.
+std::string largeText(int count) {
+  std::string text;
+  for (int upid = 1; upid <= count; ++upid) {
+    text += group("UPID=" + std::to_string(upid) + "/GroupID=1/ApplName=A long name/PortRange=80," +
+                  std::to_string(100 + upid) + ",50000-60000/IPv4=" + std::to_string(upid));
+  }
+  return text;
+}
+
+TEST_F(FilesTest, LargeOutputComesWhole) {
+  write("large", largeText(20000));
+  for (const std::string form : {"", "--json", "--section"}) {
+    const Result result = run("apps large " + form);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_GT(result.out.size(), 1U << 20U);
+    EXPECT_EQ(run("apps large --output o " + form).status, 0);
+    EXPECT_TRUE(read("o") == result.out) << form;
+    EXPECT_TRUE(run("apps - " + form + " < large").out == result.out) << form;
+    EXPECT_EQ(run("--version; cat large | " ORVANE_COMMAND " apps - --output o " + form).status, 0);
+    EXPECT_TRUE(read("o") == result.out) << form;
+  }
+}
+
+TEST_F(FilesTest, OutputThatFailsHalfwayLeavesTheOldFile) {
+  write("large", largeText(20000));
+  write("old", text_);
+  run("--version");
+  const std::ptrdiff_t before = files();
+  for (const std::string form : {"", "--json", "--section"}) {
+    // The first MiB fits, the rest does not.
+    const std::string limited = "--version > v; ulimit -f 2100; " ORVANE_COMMAND " apps large ";
+    const Result kept = run(limited + form + " --output old");
+    EXPECT_EQ(kept.status, 2) << form;
+    EXPECT_EQ(kept.err, "orvane apps: cannot write old: File too large\n");
+    EXPECT_TRUE(read("old") == text_);  // not shown: it would be large
+    EXPECT_EQ(run(limited + form).status, 2) << form;
+    // The reader takes the first piece, and goes.
+    run("--version > v; { " ORVANE_COMMAND " apps large " + form +
+        "; echo $? > status; } | head -c 1000000 > v");
+    EXPECT_EQ(read("status"), "2\n");
+  }
+  EXPECT_EQ(files(), before + 2);  // v and status
+}
+
+TEST_F(FilesTest, MemoryThatRunsOutIsTold) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "AddressSanitizer needs more room than any limit gives";
+#endif
+  write("large", largeText(5000));
+  const std::string arguments[] = {
+      "apps large --output o",         "apps --json large --output o",
+      "diff f large --output o",       "catalogue --add large f --output o",
+      "check --each large --output o", "lint large --output o"};
+  for (const std::string& call : arguments) {
+    const std::string command = call.substr(0, call.find(' '));
+    int failures = 0;
+    for (int kilobytes = 9000; kilobytes <= 50000; kilobytes = kilobytes * 5 / 4) {
+      SCOPED_TRACE(call + " in " + std::to_string(kilobytes));
+      std::filesystem::remove(path("o"));
+      const Result result = run("--version > v; ulimit -v " + std::to_string(kilobytes) +
+                                "; " ORVANE_COMMAND " " + call);
+      EXPECT_EQ(files(), result.status == 2 ? 7 : 8);  // f, g, in, large, out, err, v and o
+      if (result.status != 2) continue;
+      ++failures;
+      EXPECT_TRUE(result.err.ends_with("orvane " + command + ": large: not enough memory\n"))
+          << result.err;
+    }
+    EXPECT_GT(failures, 0) << call;
+  }
 }
 
 TEST_F(FilesTest, OutputReplacesTheFileAndNothingElse) {
