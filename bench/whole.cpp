@@ -82,7 +82,8 @@ struct Run {
 
 Run run(const Arguments& arguments) {
   std::vector<char*> words;
-  for (const std::string& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
+  for (const std::string& argument : arguments)
+    words.push_back(const_cast<char*>(argument.c_str()));
   words.push_back(nullptr);
   const auto start = std::chrono::steady_clock::now();
   const pid_t child = ::fork();

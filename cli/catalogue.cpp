@@ -17,7 +17,6 @@
 #include "cli/terminal/table.h"
 #include "cli/terminal/terminal.h"
 #include "cli/terminal/text.h"
-#include "cli/written_values.h"
 #include "orvane/app_info_array.h"
 
 namespace orvane::cli {
@@ -42,10 +41,13 @@ using Upids = std::vector<unsigned int>;
 
 // Appends the numbers of a list such as "7,9".
 void readUpids(const std::string& what, const std::string& list, Upids& upids) {
-  for (const std::string_view number : split(list, ',')) {
-    const auto upid = parseDecimal<unsigned int>(number);
+  for (std::string_view rest = list;;) {
+    const std::size_t comma = rest.find(',');
+    const auto upid = parseDecimal<unsigned int>(rest.substr(0, comma));
     if (!upid) throw Failure(what + " " + quote(list) + " is no list of UPIDs such as 7,9");
     upids.push_back(*upid);
+    if (comma == std::string_view::npos) return;
+    rest.remove_prefix(comma + 1);
   }
 }
 
@@ -69,9 +71,7 @@ OrvaneAppInfoArray select(OrvaneAppInfoArray catalogue, const Upids& upids) {
 // How many numbers the elements of the port list hold: the library cuts that to 16 bits.
 std::uint64_t portCount(const OrvaneAppInfo& entry) {
   std::uint64_t count = 0;
-  for (const std::string_view element : split(entry.getPorts(), ',')) {
-    if (element.empty()) continue;  // of an empty list
-    const OrvanePort port(std::string(element).c_str());
+  for (const OrvanePort& port : entry.getPortSet()) {
     if (port.getPort() != 0) {
       ++count;
     } else if (port.getStart() <= port.getEnd()) {

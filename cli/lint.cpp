@@ -4,9 +4,10 @@
 #include "cli/command.h"
 #include "cli/files/input.h"
 #include "cli/files/output.h"
-#include "cli/findings.h"
+#include "cli/files/section_file.h"
 #include "cli/shared_options.h"
 #include "cli/terminal/json_writer.h"
+#include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {
@@ -15,18 +16,21 @@ struct LintOptions {
   std::string file;
   std::string output;
   bool json = false;
+  bool all = false;
 };
 
-void writeJson(const Input& input, const Findings& findings, Output& output) {
+bool isNote(const OrvaneFinding& finding) { return finding.severity == kOrvaneFindingNote; }
+
+void writeJson(const Input& input, const OrvaneFindings& findings, Output& output) {
   JsonWriter json(output);
   json.array([&] {
-    for (const Finding& finding : findings) {
+    for (const OrvaneFinding& finding : findings) {
       json.object([&] {
         json.member("file", input.name);
         json.member("line", finding.line);
-        json.member("severity", finding.isNote ? "note" : "error");
+        json.member("severity", isNote(finding) ? "note" : "error");
         json.member("kind", finding.kind);
-        json.member("message", finding.message);
+        json.member("message", escape(finding.message));
       });
     }
   });
@@ -34,15 +38,22 @@ void writeJson(const Input& input, const Findings& findings, Output& output) {
 
 ExitStatus lintText(const LintOptions& options) {
   const Input input = readInput(options.file);
-  const Findings findings =
-      isCatalogue(input.text) ? catalogueFindingsOf(input.text) : findingsOf(input.text);
+  OrvaneFindings findings = findingsToReport(options.all || options.json);
+  if (OrvaneAppInfoArray::isCatalogue(input.text)) {
+    OrvaneAppInfoArray().setSectionReported(input.text, findings);
+  } else {
+    OrvaneAppMapping().setSectionReported(input.text, findings);
+  }
   Output output(options.output, {options.file});
   if (options.json) {
     writeJson(input, findings, output);
   } else {
-    for (const Finding& finding : findings) {
-      output.next() += lineLabel(input, finding.line) + (finding.isNote ? "note: " : "") +
-                       finding.message + "\n";
+    for (const OrvaneFinding& finding : findings) {
+      output.next() += lineLabel(input, finding.line) + (isNote(finding) ? "note: " : "") +
+                       escape(finding.message) + "\n";
+    }
+    for (const OrvaneFindings::Count& count : findings.getCounts()) {
+      output.next() += restOf(input.name, count);
     }
   }
   output.finish();
@@ -55,6 +66,7 @@ void describeLint(const Command& command) {
   const auto options = std::make_shared<LintOptions>();
   addSectionText(command, "FILE", options->file);
   command.flag("--json", options->json, "Write an array of findings");
+  addAll(command, options->all);
   addOutput(command, options->output);
   command.close(
       "A catalogue text is told from a mapping text by its keys.\n"

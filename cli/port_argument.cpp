@@ -2,24 +2,22 @@
 
 #include "cli/files/failure.h"
 #include "cli/files/output.h"
-#include "cli/findings.h"
 #include "cli/terminal/text.h"
 
 namespace orvane::cli {
 
 OrvanePortMapping readPortArgument(const std::string& command, const std::string& what,
                                    const std::string& text) {
-  Findings findings;
-  checkPortList(text, 0, findings);
+  OrvaneFindings findings;
+  OrvanePortMapping mapping;
+  mapping.setPortsReported(text, findings);
   std::string messages;
-  for (const Finding& finding : findings) {
-    if (finding.isNote) continue;
+  for (const OrvaneFinding& finding : findings) {
+    if (finding.severity != kOrvaneFindingError) continue;
     messages.append(command).append(": ").append(what).append(": ");
-    messages.append(finding.message).append("\n");
+    messages.append(escape(finding.message)).append("\n");
   }
   writeError(messages);
-  OrvanePortMapping mapping;
-  mapping.setPorts(text);
   if (!text.empty() && mapping.getPortsAsString().empty()) {
     throw Failure(what + ": nothing in " + quote(text) + " is a port or range");
   }

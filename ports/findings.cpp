@@ -4,12 +4,13 @@
 #include <utility>
 
 bool OrvaneFindings::count(const char* kind, tagFindingSeverity severity) {
-  const auto same = std::ranges::find_if(counts_, [&](const Count& count) {
+  auto same = std::ranges::find_if(counts_, [&](const Count& count) {
     return count.severity == severity && std::string_view(count.kind) == kind;
   });
-  if (same != counts_.end()) return ++same->found <= most_;
-  counts_.push_back({kind, severity, 1});
-  return most_ > 0;
+  if (same == counts_.end()) same = counts_.insert(same, {kind, severity, 0, 0});
+  if (same->found++ >= most_) return false;
+  ++same->kept;
+  return true;
 }
 
 void OrvaneFindings::add(OrvaneFinding finding) {

@@ -39,11 +39,12 @@ struct OrvaneFinding {
 /// lists of their own at once, and one while none changes it.
 class ORVANE_EXPORT OrvaneFindings : public std::vector<OrvaneFinding> {
  public:
-  /// How many were found of one kind and severity, those left out included.
+  /// How many were found of one kind and severity, and how many of them are kept.
   struct Count {
-    const char* kind;
-    tagFindingSeverity severity;
-    std::size_t found;
+    const char* kind;             ///< as in the findings
+    tagFindingSeverity severity;  ///< as in the findings
+    std::size_t found;            ///< all of them
+    std::size_t kept;             ///< those in the list
   };
 
   /// None yet; all that are found are kept.

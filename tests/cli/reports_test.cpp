@@ -34,8 +34,8 @@ TEST_F(ReportsTest, ManyOfOneKindAreCounted) {
       {100, 100, ""},
       {101, 1, "f: 1 more of kind 'token' (--all shows them)\n"},
       {123, 300,
-       "f: 23 more of kind 'token' (--all shows them)\n"
-       "f: 200 more of kind 'address' (--all shows them)\n"},
+       "f: 200 more of kind 'address' (--all shows them)\n"
+       "f: 23 more of kind 'token' (--all shows them)\n"},
   };
   for (const auto& test : cases) {
     write("f", faulty(test.tokens, test.addresses));
