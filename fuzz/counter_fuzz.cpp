@@ -1,10 +1,13 @@
-// The collision checks against a plain walk over everything that is registered.
+// The collision checks and collisions against plain walks over everything.
 
 #include <orvane/orvane.h>
 
+#include <algorithm>
+#include <iterator>
 #include <vector>
 
 #include "fuzz.h"
+#include "tests/plain_collisions.h"
 #include "tests/plain_counter.h"
 
 namespace {
@@ -27,6 +30,25 @@ plain::Walk registered(const std::vector<std::string>& texts) {
     counter.sockets.insert(socket);
   }
   return counter;
+}
+
+// An application for each text: all of it on one address, its odd ports on every one.
+OrvaneAppMapping applicationsOf(const std::vector<std::string>& texts) {
+  OrvaneAppMapping applications;
+  for (const std::string& text : texts) {
+    OrvanePortMapping all;
+    all.setPorts(text);
+    OrvanePortMapping everywhere;
+    std::ranges::copy_if(all.getPorts(),
+                         std::inserter(everywhere.getPorts(), everywhere.getPorts().end()),
+                         [](unsigned short port) { return port % 2 != 0; });
+    all.setIp(kAddress + applications.size() % 2);
+    OrvaneApplication application;
+    application.addItem(all);
+    application.addItem(everywhere);
+    applications.push_back(application);
+  }
+  return applications;
 }
 
 }  // namespace
@@ -52,5 +74,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::require(counter.sockOverlap(kAddress, range) == counter.onAddress(range));
   }
   counter.toString();
+  const OrvaneAppMapping applications = applicationsOf(texts);
+  fuzz::require(plain::areFound(applications) && plain::areFound(applications, counter) &&
+                plain::areFound(applications, applications));
   return 0;
 }

@@ -148,6 +148,19 @@ TEST(Allocation, Collection) {
                 STRONG(w.many.appendUpdatedSection(w.to, w.few, true))});
 }
 
+TEST(Allocation, Collisions) {
+  using World = ApplicationsWorld;
+  static OrvanePortCounter used;
+  used.add("80,1500-1600");
+  used.addSocket(kHost, "443,2000");
+  static OrvaneCollision found;
+  found.ports.assign(40, {1000, 2000});
+  check<World>({STRONG(w.number = OrvaneCollisions(w.many).size()),
+                STRONG(w.number = OrvaneCollisions(w.few, w.many).size()),
+                STRONG(w.number = OrvaneCollisions(w.few, used).size()),
+                STRONG(found.appendPorts(w.to))});
+}
+
 const std::string kManyPorts = repeated(20, [](auto i) { return to_string(2000 - 7 * i) + ","; });
 
 OrvaneAppInfo entry(unsigned int upid, const char* ports) {

@@ -116,6 +116,11 @@ const Work kWork[] = {
        to += joined(s.counter.collides(range), s.counter.collides(s.item.getRanges()),
                     s.counter.collides(address, range), s.counter.collides(address, s.item),
                     s.counter.checkPorts(s.item.getPorts()), s.counter.overlap(2500U));
+       for (const OrvaneCollisions& collisions :
+            {OrvaneCollisions(s.newer), OrvaneCollisions(s.newer, s.older),
+             OrvaneCollisions(s.newer, s.counter)}) {
+         for (const OrvaneCollision& collision : collisions) collision.appendPorts(to);
+       }
      }},
     {"protocol trees", [](const Shared& s, std::string& to) {
        std::string list(s.nodes.size() * sizeof(UPID_TREE_NODE_S), '\0');

@@ -7,6 +7,7 @@
 #include "orvane/app_info_array.h"
 #include "orvane/app_mapping.h"
 #include "orvane/application.h"
+#include "orvane/collisions.h"
 #include "orvane/findings.h"
 #include "orvane/ini.h"
 #include "orvane/port_counter.h"
