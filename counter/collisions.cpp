@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <ranges>
 #include <set>
 #include <span>
 #include <string>
@@ -130,25 +129,45 @@ class Holders {
 
   void order(std::span<Held> list) const {
     std::ranges::sort(list, {}, &Held::first);
-    const Held* behind = nullptr;
     const Held* next = list.data() + list.size();
-    for (Held& held : std::views::reverse(list)) {
-      if (behind != nullptr && partyOf(*behind) != partyOf(held)) next = behind;
-      held.next = next;
-      behind = &held;
+    for (std::size_t i = list.size(); i-- > 0;) {
+      if (i + 1 < list.size() && partyOf(list[i]) != partyOf(list[i + 1])) next = &list[i + 1];
+      list[i].next = next;
     }
   }
 
-  // Calls take(held, other) for those of other parties in [from, end) that begin before it ends;
-  // where these begin no earlier than it does, that is for all that it shares ports with. What it
-  // steps over in between is made up for by what it takes.
+  // Calls take(held, other) for those of other parties in [from, end) that begin before it ends:
+  // where they begin no earlier than it does, these are all that it shares ports with. After each
+  // step over its own party comes one that is taken, or the last.
   template <typename Take>
-  void forEachMet(const Held& held, const Held* from, const Held* end, Take take) const {
+  void meet(const Held& held, const Held* from, const Held* end, Take take) const {
     while (from != end && from->first <= held.last) {
       if (partyOf(*from) == partyOf(held)) {
         from = from->next;
       } else {
         take(held, *from++);
+      }
+    }
+  }
+
+  // Each one of a list with all of that list: the one that begins first looks for the other.
+  template <typename Take>
+  void meet(std::span<const Held> list, Take take) const {
+    for (const Held& held : list) meet(held, &held + 1, list.data() + list.size(), take);
+  }
+
+  // Each one of a list with all of another list.
+  template <typename Take>
+  void meet(std::span<const Held> list, std::span<const Held> others, Take take) const {
+    const Held* held = list.data();
+    const Held* other = others.data();
+    const Held* const end = held + list.size();
+    const Held* const othersEnd = other + others.size();
+    while (held != end && other != othersEnd) {
+      if (held->first <= other->first) {
+        meet(*held++, other, othersEnd, take);
+      } else {
+        meet(*other++, held, end, take);
       }
     }
   }
@@ -159,8 +178,6 @@ class Holders {
   std::size_t party_ = 0;
 };
 
-// Of two that share ports one begins no earlier than the other and before that ends: so each one
-// looks at those alone that begin from there on.
 std::vector<Shared> Holders::takeShared() {
   std::vector<Shared> shared;
   const auto take = [&shared](const Held& a, const Held& b) {
@@ -171,29 +188,20 @@ std::vector<Shared> Holders::takeShared() {
   std::vector<Held> held = std::move(held_);
   const std::span<Held> all = held;
   order(all);
-  const Held* const end = all.data() + all.size();
-  for (const Held& one : all) forEachMet(one, &one + 1, end, take);
+  meet(all, take);
 
-  // What is on every address meets what is on one of them, whichever.
+  // What is on every address meets what is on one, whichever that is.
   const auto onOne = std::ranges::upper_bound(all, kLastOfEveryAddress, {}, &Held::first);
   const std::span<Held> everywhere(all.begin(), onOne);
   const std::span<Held> elsewhere(onOne, all.end());
   if (everywhere.empty() || elsewhere.empty()) return shared;
-  for (Held& one : elsewhere) one.first = portOf(one.first), one.last = portOf(one.last);
+  for (Held& one : elsewhere) {
+    one.first = portOf(one.first);
+    one.last = portOf(one.last);
+  }
   order(everywhere);
   order(elsewhere);
-  const Held* a = everywhere.data();
-  const Held* b = elsewhere.data();
-  const Held* const endOfA = b;
-  while (a != endOfA && b != end) {
-    if (a->first <= b->first) {
-      forEachMet(*a, b, end, take);
-      ++a;
-    } else {
-      forEachMet(*b, a, endOfA, take);
-      ++b;
-    }
-  }
+  meet(everywhere, elsewhere, take);
   return shared;
 }
 
