@@ -1,4 +1,4 @@
-// Registering ports in use, writing them, and collision checks.
+// Registering ports in use, writing them, collision checks, and lists of collisions.
 
 #include <algorithm>
 #include <bitset>
@@ -207,6 +207,77 @@ void addMappingCheck() {
   });
 }
 
+// What an item has, by address and first port.
+struct Held {
+  std::uint64_t first;
+  std::uint64_t last;
+  const OrvaneApplication* application;
+  const OrvanePortMapping* item;
+};
+
+std::vector<Held> heldBy(const OrvaneAppMapping& mapping) {
+  std::vector<Held> held;
+  for (const OrvaneApplication& application : mapping) {
+    for (const OrvanePortMapping& item : application.getItems()) {
+      const std::uint64_t address = std::uint64_t{item.getIpAddress()} << 32U;
+      const auto add = [&](unsigned int first, unsigned int last) {
+        held.push_back({address | first, address | last, &application, &item});
+      };
+      const OrvanePortRange& range = *item.getRanges().begin();
+      for (const unsigned short port : item.getPorts()) {
+        if (!range.isInRange(port)) add(port, port);
+      }
+      add(range.getStart(), range.getEnd());
+    }
+  }
+  std::ranges::sort(held, {}, &Held::first);
+  return held;
+}
+
+// Every port touched once, and what was put in order before walked once.
+std::vector<OrvaneCollision> listByHand(const OrvaneAppMapping& mapping,
+                                        const std::vector<Held>& held) {
+  unsigned int sum = 0;
+  for (const OrvaneApplication& application : mapping) {
+    for (const OrvanePortMapping& item : application.getItems()) {
+      for (const unsigned short port : item.getPorts()) sum += port;
+      for (const OrvanePortRange& range : item.getRanges()) sum += range.getEnd();
+    }
+  }
+  benchmark::DoNotOptimize(sum);
+  std::vector<OrvaneCollision> collisions;
+  for (auto one = held.begin(); one != held.end(); ++one) {
+    for (auto other = one + 1; other != held.end() && other->first <= one->last; ++other) {
+      const auto first = static_cast<unsigned int>(other->first);
+      const auto last = static_cast<unsigned int>(std::min(one->last, other->last));
+      collisions.push_back({one->application,
+                            one->item,
+                            other->application,
+                            other->item,
+                            other->item->getIpAddress(),
+                            {OrvanePortRange(first, last)}});
+    }
+  }
+  return collisions;
+}
+
+void addCollisions() {
+  for (const bool withAllPorts : {false, true}) {
+    const auto add = [=](const std::string& way, auto run) {
+      const std::string& name = withAllPorts ? data::kCollisionsWide : data::kCollisions;
+      bench::add(name, way, data::kItemSizes, [=](std::int64_t size) {
+        const auto mapping =
+            std::make_shared<const OrvaneAppMapping>(data::applications(size, withAllPorts));
+        return [=, held = heldBy(*mapping)] { return run(*mapping, held); };
+      });
+    };
+    add(bench::kLibrary, [](const OrvaneAppMapping& mapping, const std::vector<Held>& /*held*/) {
+      return OrvaneCollisions(mapping);
+    });
+    add(bench::kFloor, listByHand);
+  }
+}
+
 }  // namespace
 
 void bench::addAll() {
@@ -214,4 +285,5 @@ void bench::addAll() {
   addPrinting();
   addChecks();
   addMappingCheck();
+  addCollisions();
 }

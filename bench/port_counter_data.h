@@ -1,5 +1,5 @@
 // Ports in use, and what is checked against them. Nothing collides, so that every check goes
-// through all there is.
+// through all there is, except where collisions are listed.
 
 #ifndef ORVANE_BENCH_PORT_COUNTER_DATA_H_
 #define ORVANE_BENCH_PORT_COUNTER_DATA_H_
@@ -20,8 +20,13 @@ inline const std::string kCheckRanges = "checkRanges: against as many ranges";
 inline const std::string kCheckMixed = "checkRanges: against ten times the sockets";
 inline const std::string kCheckMapping = "checkSocket: a mapping against sockets";
 
+inline const std::string kCollisions = "collisions: within a collection";
+inline const std::string kCollisionsWide = "collisions: within one with all ports";
+
 inline const bench::Sizes kSocketSizes = {1000, 10000, 30000, 100000};
 inline const bench::Sizes kRangeSizes = {1000, 2500, 5000, 10000};
+
+inline const bench::Sizes kItemSizes = {10000, 40000, 160000, 640000};
 
 inline constexpr unsigned int kFirstAddress = 0x0A000000;
 
@@ -116,6 +121,27 @@ struct MappingCheck {
   Ranges wantedRanges;
   Ports socketPorts;
 };
+
+// Applications of one item each, `size` in all, on a hundred addresses. Every tenth one collides
+// with the next of its address, and, where asked for, one of them with all of its address.
+inline OrvaneAppMapping applications(std::int64_t size, bool withAllPorts) {
+  const auto count = static_cast<unsigned int>(size);
+  OrvaneAppMapping mapping;
+  mapping.reserve(count);
+  for (unsigned int i = 0; i < count; ++i) {
+    OrvanePortMapping item;
+    item.setIp(kFirstAddress + i % 100);
+    const unsigned int first = 1 + i / 100 * 10;
+    item.setPorts(ports(3, first, 2));
+    item.setRanges(ranges(1, first + (i / 100 % 10 == 0 ? 9 : 6), 0));
+    if (withAllPorts && i == count / 2) item.setRanges({OrvanePortRange(1, 65535)});
+    OrvaneApplication application;
+    application.setUpid(i + 1);
+    application.addItem(item);
+    mapping.push_back(std::move(application));
+  }
+  return mapping;
+}
 
 }  // namespace data
 

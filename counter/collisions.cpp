@@ -56,8 +56,8 @@ struct Shared {
 
 class Holders {
  public:
-  // Each application is a party, or all of them are one.
-  void add(const OrvaneAppMapping& applications, bool areParties) {
+  // All applications are one party, or each of them is one.
+  void add(const OrvaneAppMapping& applications, bool areParties = false) {
     for (const OrvaneApplication& application : applications) {
       for (const OrvanePortMapping& item : application.getItems()) {
         gather(item.getPorts(), item.getRanges());
@@ -205,11 +205,19 @@ std::vector<Shared> Holders::takeShared() {
   return shared;
 }
 
+template <typename Others>
+Holders holdersOf(const OrvaneAppMapping& applications, const Others& others) {
+  Holders holders;
+  holders.add(applications);
+  holders.add(others);
+  return holders;
+}
+
 bool isOtherPair(const Shared& a, const Shared& b) {
   return a.first != b.first || a.second != b.second;
 }
 
-void collect(Holders& holders, std::vector<OrvaneCollision>& collisions) {
+void collect(Holders holders, std::vector<OrvaneCollision>& collisions) {
   std::vector<Shared> shared = holders.takeShared();
   std::ranges::sort(shared, {},
                     [](const Shared& s) { return std::tuple(s.first, s.second, s.ports.start); });
@@ -226,8 +234,9 @@ void collect(Holders& holders, std::vector<OrvaneCollision>& collisions) {
     OrvaneCollision& collision = collisions.emplace_back(OrvaneCollision{
         holder.application, holder.item, other.application, other.item, other.address, {}});
     collision.ports.reserve(static_cast<std::size_t>(end - begin));
-    for (; begin != end; ++begin)
+    for (; begin != end; ++begin) {
       collision.ports.emplace_back(begin->ports.start, begin->ports.end);
+    }
   }
 }
 
@@ -253,21 +262,15 @@ void OrvaneCollision::appendPorts(std::string& to) const { orvane::append(to, wr
 OrvaneCollisions::OrvaneCollisions(const OrvaneAppMapping& applications) {
   Holders holders;
   holders.add(applications, true);
-  collect(holders, *this);
+  collect(std::move(holders), *this);
 }
 
 OrvaneCollisions::OrvaneCollisions(const OrvaneAppMapping& applications,
                                    const OrvaneAppMapping& others) {
-  Holders holders;
-  holders.add(applications, false);
-  holders.add(others, false);
-  collect(holders, *this);
+  collect(holdersOf(applications, others), *this);
 }
 
 OrvaneCollisions::OrvaneCollisions(const OrvaneAppMapping& applications,
                                    const OrvanePortCounter& used) {
-  Holders holders;
-  holders.add(applications, false);
-  holders.add(used);
-  collect(holders, *this);
+  collect(holdersOf(applications, used), *this);
 }

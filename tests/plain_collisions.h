@@ -54,6 +54,7 @@ inline std::vector<Use> usesOf(const OrvanePortCounter& counter) {
   }
   addPorts(counter.getPorts(), counter.getRanges(), byAddress[0]);
   std::vector<Use> uses;
+  uses.reserve(byAddress.size());
   for (const auto& [address, ports] : byAddress) uses.push_back({nullptr, nullptr, address, ports});
   std::rotate(uses.begin(), uses.begin() + 1, uses.end());  // what is on every address comes last
   return uses;
