@@ -1,4 +1,5 @@
-// Tree and node buffers: read as a standard map filled node by node is, written, and read again.
+// Tree and node buffers: read as a standard map filled node by node is, with or without a report,
+// written, and read again; their outlines and findings.
 
 #include <orvane/orvane.h>
 
@@ -40,6 +41,46 @@ std::string children(const std::map<unsigned int, OrvaneUpidNode>& nodes, unsign
   return written(found);
 }
 
+// What a reporting operation leaves of an empty object, which is to be what the plain one left.
+template <typename Nodes, typename... Arguments>
+OrvaneFindings reported(const Nodes& left, bool whole, bool (Nodes::*read)(Arguments...),
+                        std::span<const char> buffer) {
+  Nodes nodes;
+  OrvaneFindings findings;
+  fuzz::require((nodes.*read)(buffer, findings) == whole && written(nodes) == written(left));
+  std::size_t line = 0;
+  for (const OrvaneFinding& finding : findings) {
+    const std::string_view kind = finding.kind;
+    fuzz::require(finding.line >= line || kind == "rest");
+    line = finding.line;
+    fuzz::require(whole != (kind == "cut-short"));
+  }
+  return findings;
+}
+
+std::size_t countOf(const OrvaneFindings& findings, std::string_view kind) {
+  return static_cast<std::size_t>(std::ranges::count(findings, kind, &OrvaneFinding::kind));
+}
+
+// Every node at most once, a parent before its children; what is not drawn is found, or closes a
+// chain.
+void drawOutline(const OrvaneUpidTree& tree) {
+  std::map<const OrvaneUpidNode*, std::size_t> depths = {{nullptr, 0}};
+  for (const OrvaneUpidPlace& place : tree.outline()) {
+    fuzz::require(depths.contains(place.parent));
+    const std::size_t depth = place.parent == nullptr ? 0 : depths[place.parent] + 1;
+    fuzz::require(place.depth == depth && depths.try_emplace(place.node, depth).second);
+    fuzz::require(&tree[place.node->getUpid()] == place.node);
+  }
+  OrvaneFindings findings;
+  tree.addFindings(findings);
+  for (const OrvaneFinding& finding : findings) {
+    fuzz::require(finding.line == 0 &&
+                  tree.contains(static_cast<unsigned>(std::stoul(finding.key))));
+  }
+  fuzz::require(countOf(findings, "unreachable") <= tree.size() + 1 - depths.size());
+}
+
 void readTree(std::span<const char> buffer) {
   OrvaneUpidTree tree;
   std::uint32_t count = 0;
@@ -47,6 +88,7 @@ void readTree(std::span<const char> buffer) {
   const bool whole =
       buffer.size() >= kHeader && (buffer.size() - kHeader) / kNode >= std::size_t{count};
   fuzz::require(tree.setBufferChecked(buffer) == whole);
+  const OrvaneFindings findings = reported(tree, whole, &OrvaneUpidTree::setBufferReported, buffer);
   if (!whole) {
     fuzz::require(tree.empty() && tree.header[1] == 0);
     return;
@@ -59,6 +101,8 @@ void readTree(std::span<const char> buffer) {
   OrvaneUpidArray inOrder;
   for (const auto& [upid, node] : plain) inOrder.add(node);
   fuzz::require(written(tree) == written(inOrder));
+  fuzz::require(countOf(findings, "duplicate-upid") == count - plain.size());
+  drawOutline(tree);
   for (const auto& [upid, node] : plain) {
     const std::string expected = children(plain, upid);
     const auto room = std::make_unique<char[]>(expected.size());
@@ -82,6 +126,13 @@ void readArray(std::span<const char> buffer) {
     if (std::ranges::all_of(name, [](char c) { return c >= 0; })) plain.add(node);
   }
   fuzz::require(written(array) == written(plain));
+  const bool whole = buffer.size() % kNode == 0;
+  const OrvaneFindings findings =
+      reported(array, whole, &OrvaneUpidArray::setBufferReported, buffer);
+  OrvaneUpidTree tree;
+  fuzz::require(tree.addNodesChecked(buffer) == whole);
+  const OrvaneFindings ofTree = reported(tree, whole, &OrvaneUpidTree::addNodesReported, buffer);
+  fuzz::require(countOf(findings, "name") == countOf(ofTree, "name"));
 }
 
 }  // namespace

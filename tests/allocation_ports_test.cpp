@@ -192,11 +192,16 @@ void drawTree(const std::string& name, const OrvaneUpidTree& tree, Picture& pict
   for (const auto& [upid, node] : tree) picture[name + to_string(upid)] = to_string(node.sibling);
 }
 
+// Findings have no guarantee: the list may hold a part.
 struct ArrayWorld : Samples<OrvaneUpidArray, drawArray> {
+  OrvaneFindings findings;
+
   ArrayWorld() { few = chain(10, 3), many = chain(8, 20), other = chain(99, 1); }
 };
 
 struct TreeWorld : Samples<OrvaneUpidTree, drawTree> {
+  OrvaneFindings findings;
+
   TreeWorld() {
     few.setBuffer(treeBufferOf(chain(10, 3)).data(), 0);
     many.setBuffer(treeBufferOf(chain(8, 20)).data(), 0);
@@ -206,9 +211,13 @@ struct TreeWorld : Samples<OrvaneUpidTree, drawTree> {
 
 TEST(Allocation, UpidArray) {
   using World = ArrayWorld;
-  static const std::string records = bufferOf(chain(11, 12));
+  OrvaneUpidArray nodes = chain(11, 12);
+  static const std::string records = bufferOf(nodes);
+  for (const std::size_t odd : {0U, 7U}) nodes[odd].name[0] = '\x80';
+  static const std::string named = bufferOf(nodes);
   check<World>({STRONG(w.few.add(w.other[0])), STRONG(w.few.setBuffer(records.data(), 12 * 72)),
-                STRONG(w.few.setBufferChecked(records)), STRONG(w.many.getBufferChecked(w.to))});
+                STRONG(w.few.setBufferChecked(records)), STRONG(w.many.getBufferChecked(w.to)),
+                STRONG(w.few.setBufferReported(named, w.findings))});
   checkCopies<World>();
 }
 
@@ -218,11 +227,17 @@ TEST(Allocation, UpidTree) {
   static const std::string ascending = treeBufferOf(nodes);
   std::reverse(nodes.begin(), nodes.end());
   static const std::string descending = treeBufferOf(nodes);
+  static const std::string records = bufferOf(nodes);
   check<World>({STRONG(w.few.add(w.other[99])), STRONG(w.few.setBuffer(ascending.data(), 0)),
                 STRONG(w.few.setBufferChecked(ascending)),
                 STRONG(w.none.setBufferChecked(descending)), STRONG(w.many.getBufferChecked(w.to)),
                 STRONG(w.many.getChildrenBuffer(8, w.to.data())),
                 STRONG(w.many.getChildrenBufferChecked(8, w.to))});
+  check<World>({STRONG(w.few.setBufferReported(ascending, w.findings)),
+                STRONG(w.none.setBufferReported(descending, w.findings)),
+                STRONG(w.few.addNodesChecked(records)),
+                STRONG(w.few.addNodesReported(records, w.findings)),
+                STRONG(w.few.addFindings(w.findings)), STRONG(w.number = w.many.outline().size())});
   checkCopies<World>();
 }
 

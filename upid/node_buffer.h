@@ -10,6 +10,7 @@
 #include <functional>
 #include <optional>
 #include <span>
+#include <string_view>
 
 #include "orvane/upid_node.h"
 
@@ -57,6 +58,21 @@ inline UPID_TREE_NODE_S readNode(const char* bytes) {
   std::memcpy(&record, bytes, kNodeSize);
   convertWords(record);
   return record;
+}
+
+// A byte of 0x80 or above spoils a name; what follows the first NUL is not part of it. Mostly no
+// byte of the field is one, which all of them together show fastest.
+inline bool isPlainName(const char* name) {
+  const std::string_view field(name, sizeof UPID_TREE_NODE_S::name);
+  const auto isPlain = [](unsigned char byte) { return byte < 0x80; };
+  unsigned char bits = 0;
+  for (const char byte : field) bits |= static_cast<unsigned char>(byte);
+  return isPlain(bits) || std::ranges::all_of(field.substr(0, field.find('\0')), isPlain);
+}
+
+// The same of the name in a record of a buffer.
+inline bool hasPlainName(const char* record) {
+  return isPlainName(record + offsetof(UPID_TREE_NODE_S, name));
 }
 
 // Gives a node every field of a record but the reserved word, and the validity from the flags.

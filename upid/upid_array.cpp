@@ -2,20 +2,49 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <string_view>
 
 #include "upid/node_buffer.h"
+#include "upid/node_report.h"
 
 namespace {
 
-// A byte of 0x80 or above spoils a name; what follows the first NUL is not part of it. Mostly no
-// byte of the field is one, which all of them together show fastest.
-bool isName(const char* name) {
-  const std::string_view field(name, sizeof UPID_TREE_NODE_S::name);
-  const auto isPlain = [](unsigned char byte) { return byte < 0x80; };
-  unsigned char bits = 0;
-  for (const char byte : field) bits |= static_cast<unsigned char>(byte);
-  return isPlain(bits) || std::ranges::all_of(field.substr(0, field.find('\0')), isPlain);
+struct UnwatchedArray {
+  void recordCutShort() {}
+  void leftOut(const char* /*record*/) {}
+};
+
+class ArrayReport : public orvane::NodeReport {
+ public:
+  using NodeReport::NodeReport;
+
+  void leftOut(const char* record) {
+    add(record, kOrvaneFindingError, "name",
+        [] { return "the name is no 7-bit text: the node is left out"; });
+  }
+};
+
+// All the room first, so that nothing has changed when memory runs out; at least twice what there
+// was, because many small buffers may follow each other.
+void makeRoom(OrvaneUpidArray& nodes, std::size_t added) {
+  const std::size_t needed = nodes.size() + added;
+  if (needed > nodes.capacity()) nodes.reserve(std::max(needed, 2 * nodes.capacity()));
+}
+
+template <typename Watch>
+bool appendNodes(OrvaneUpidArray& nodes, std::span<const char> buffer, Watch watch) {
+  if (buffer.size() % orvane::kNodeSize != 0) {
+    watch.recordCutShort();
+    return false;
+  }
+  makeRoom(nodes, buffer.size() / orvane::kNodeSize);
+  for (; !buffer.empty(); buffer = buffer.subspan(orvane::kNodeSize)) {
+    if (orvane::hasPlainName(buffer.data())) {
+      orvane::copyRecord(orvane::readNode(buffer.data()), nodes.emplace_back());
+    } else {
+      watch.leftOut(buffer.data());
+    }
+  }
+  return true;
 }
 
 }  // namespace
@@ -34,15 +63,14 @@ void OrvaneUpidArray::setBuffer(const char* buffer, int length) {
 }
 
 bool OrvaneUpidArray::setBufferChecked(std::span<const char> buffer) {
-  if (buffer.size() % orvane::kNodeSize != 0) return false;
-  // All the room first, so that nothing has changed when memory runs out; at least twice what there
-  // was, because many small buffers may follow each other.
-  const std::size_t needed = size() + buffer.size() / orvane::kNodeSize;
-  if (needed > capacity()) reserve(std::max(needed, 2 * capacity()));
-  for (; !buffer.empty(); buffer = buffer.subspan(orvane::kNodeSize)) {
-    if (!isName(buffer.data() + offsetof(UPID_TREE_NODE_S, name))) continue;
-    orvane::copyRecord(orvane::readNode(buffer.data()), emplace_back());
-  }
+  return appendNodes(*this, buffer, UnwatchedArray());
+}
+
+bool OrvaneUpidArray::setBufferReported(std::span<const char> buffer, OrvaneFindings& findings) {
+  OrvaneUpidArray added;  // aside, since memory may run out for the findings
+  if (!appendNodes(added, buffer, ArrayReport(buffer, 0, findings))) return false;
+  makeRoom(*this, added.size());
+  insert(end(), added.begin(), added.end());
   return true;
 }
 
@@ -63,4 +91,6 @@ int OrvaneUpidArray::getBufferLength() const {
   return static_cast<int>(size() * orvane::kNodeSize);
 }
 
-bool OrvaneUpidArray::checkName(const char* name) { return name != nullptr && isName(name); }
+bool OrvaneUpidArray::checkName(const char* name) {
+  return name != nullptr && orvane::isPlainName(name);
+}

@@ -10,10 +10,11 @@
 #include <vector>
 
 #include "upid/node_buffer.h"
+#include "upid/tree_report.h"
 
 namespace {
 
-using Nodes = std::map<unsigned int, OrvaneUpidNode>;
+using orvane::Nodes;
 using Children = std::vector<std::reference_wrapper<const OrvaneUpidNode>>;
 
 constexpr std::size_t kHeaderSize = sizeof OrvaneUpidTree::header;
@@ -81,13 +82,24 @@ void forEachSorted(std::span<const char> records, Take take) {
   }
 }
 
+struct UnwatchedTree {
+  void headerCutShort(std::size_t /*size*/) {}
+  void miscounted(std::size_t /*counted*/, std::size_t /*found*/) {}
+  void recordCutShort() {}
+  void read(const char* /*record*/, bool /*isFirst*/) {}
+  void finish(const Nodes& /*held*/, std::span<const char> /*records*/) {}
+};
+
 // The nodes of a node buffer, the first of several with one UPID.
-Nodes nodesOf(std::span<const char> records) {
+template <typename Watch>
+Nodes nodesOf(std::span<const char> records, Watch& watch) {
   Nodes nodes;
   auto place = nodes.end();
   const auto add = [&](const char* record) {
     const UPID_TREE_NODE_S node = orvane::readNode(record);
+    const std::size_t before = nodes.size();
     place = nodes.try_emplace(place, node.upid, &node);
+    watch.read(record, nodes.size() != before);
   };
   // Mostly they come ascending: adding these as they are saves a fifth against sorting them too.
   // The rest are sorted, so that each has its place beside the last.
@@ -99,6 +111,48 @@ Nodes nodesOf(std::span<const char> records) {
   }
   if (next != end) forEachSorted({next, end}, add);
   return nodes;
+}
+
+template <typename Watch>
+void mergeNodes(Nodes& held, std::span<const char> records, Watch& watch) {
+  // Read aside, so that nothing has changed when memory runs out.
+  Nodes nodes = nodesOf(records, watch);
+  watch.finish(held, records);
+  if (held.empty()) held.swap(nodes);
+  for (auto place = held.end(); !nodes.empty();) {
+    place = held.insert(place, nodes.extract(nodes.begin()));
+  }
+}
+
+template <typename Watch>
+bool readNodeBuffer(Nodes& held, std::span<const char> buffer, Watch watch) {
+  if (buffer.size() % orvane::kNodeSize != 0) {
+    watch.recordCutShort();
+    return false;
+  }
+  mergeNodes(held, buffer, watch);
+  return true;
+}
+
+template <typename Watch>
+bool readTreeBuffer(OrvaneUpidTree& tree, std::span<const char> buffer, Watch watch) {
+  if (buffer.size() < kHeaderSize) {
+    watch.headerCutShort(buffer.size());
+    return false;
+  }
+  const std::size_t count = orvane::readWord(buffer.data());
+  const std::size_t found = (buffer.size() - kHeaderSize) / orvane::kNodeSize;
+  if (count > found) {
+    watch.miscounted(count, found);
+    return false;
+  }
+  mergeNodes(tree, buffer.subspan(kHeaderSize, count * orvane::kNodeSize), watch);
+  const char* next = buffer.data();
+  for (unsigned int& word : tree.header) {
+    word = orvane::readWord(next);
+    next += sizeof word;
+  }
+  return true;
 }
 
 }  // namespace
@@ -135,20 +189,19 @@ void OrvaneUpidTree::setBuffer(const char* buffer, int /*length*/) {
 }
 
 bool OrvaneUpidTree::setBufferChecked(std::span<const char> buffer) {
-  if (buffer.size() < kHeaderSize) return false;
-  const std::size_t count = orvane::readWord(buffer.data());
-  if (count > (buffer.size() - kHeaderSize) / orvane::kNodeSize) return false;
+  return readTreeBuffer(*this, buffer, UnwatchedTree());
+}
 
-  // Read aside, so that nothing has changed when memory runs out.
-  Nodes nodes = nodesOf(buffer.subspan(kHeaderSize, count * orvane::kNodeSize));
-  if (empty()) swap(nodes);
-  for (auto place = end(); !nodes.empty();) place = insert(place, nodes.extract(nodes.begin()));
-  const char* next = buffer.data();
-  for (unsigned int& word : header) {
-    word = orvane::readWord(next);
-    next += sizeof word;
-  }
-  return true;
+bool OrvaneUpidTree::setBufferReported(std::span<const char> buffer, OrvaneFindings& findings) {
+  return readTreeBuffer(*this, buffer, orvane::TreeReport(buffer, kHeaderSize, findings));
+}
+
+bool OrvaneUpidTree::addNodesChecked(std::span<const char> buffer) {
+  return readNodeBuffer(*this, buffer, UnwatchedTree());
+}
+
+bool OrvaneUpidTree::addNodesReported(std::span<const char> buffer, OrvaneFindings& findings) {
+  return readNodeBuffer(*this, buffer, orvane::TreeReport(buffer, 0, findings));
 }
 
 void OrvaneUpidTree::getBuffer(char* buffer, int& length) const {

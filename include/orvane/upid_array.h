@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "orvane/export.h"
+#include "orvane/findings.h"
 #include "orvane/upid_node.h"
 
 /// A list of protocol tree nodes in the order in which they came, duplicates included; walk, index
@@ -42,6 +43,12 @@ class ORVANE_EXPORT OrvaneUpidArray : public std::vector<OrvaneUpidNode> {
   /// setBuffer() of exactly `buffer`: false, and nothing changes, when its last record is
   /// incomplete.
   bool setBufferChecked(std::span<const char> buffer);
+
+  /// setBufferChecked() that adds to `findings`, by the number of the record and with its UPID as
+  /// the key, what it does not take: "name", a record that is left out because of its name, and
+  /// "cut-short", the last record when the result is false; both are errors. When memory runs out,
+  /// the array is as it was, and the list may hold some of it.
+  bool setBufferReported(std::span<const char> buffer, OrvaneFindings& findings);
 
   /// Writes every node as a node buffer and returns the bytes that this takes, getBufferLength();
   /// into a null buffer nothing is written. Leaves the last node, if any, in the record that

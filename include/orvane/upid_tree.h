@@ -5,12 +5,22 @@
 #include <map>
 #include <optional>
 #include <span>
+#include <vector>
 
 #include "orvane/export.h"
+#include "orvane/findings.h"
 #include "orvane/upid_node.h"
 
+/// A node where the links of a tree lead to it.
+struct OrvaneUpidPlace {
+  const OrvaneUpidNode* node;    ///< in the tree
+  const OrvaneUpidNode* parent;  ///< that of which it is a child; null for a root
+  std::size_t depth;             ///< how many parents are above it
+};
+
 /// The protocol identifier tree: nodes by UPID, ascending, one per UPID; walk and size it as the
-/// map that it is. The links between the nodes come with them; nothing builds or checks them.
+/// map that it is. The links between the nodes come with them; nothing builds them, and only
+/// addFindings() checks them.
 ///
 /// A tree buffer is a header of nine words followed by records of 72 bytes (see UPID_TREE_NODE_S);
 /// a node buffer is records alone. All words are little-endian, no alignment is needed.
@@ -18,10 +28,10 @@
 /// What the map brings along leaves the header as it is: clear() and swap() deal with the nodes
 /// alone.
 ///
-/// When memory runs out, every operation leaves the tree as it was; looking up and writing all
-/// nodes take none. Any number of threads may call what is `const`, getBuffer() and
-/// getChildrenBuffer() excepted, as long as none changes the tree at the same time. Looking up in a
-/// tree that is not `const` counts as a change.
+/// When memory runs out, every operation leaves the tree as it was, though a list of findings may
+/// hold some of them; looking up and writing all nodes take none. Any number of threads may call
+/// what is `const`, getBuffer() and getChildrenBuffer() excepted, as long as none changes the tree
+/// at the same time. Looking up in a tree that is not `const` counts as a change.
 class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNode> {
  public:
   /// No nodes, and a header of zeros.
@@ -70,6 +80,22 @@ class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNod
   /// record that it counts is cut short. Bytes after the last record are ignored.
   bool setBufferChecked(std::span<const char> buffer);
 
+  /// setBufferChecked() that adds to `findings`, by the number of the record and with its UPID as
+  /// the key, errors and notes of these kinds:
+  ///   - "cut-short", an error: why the result is false.
+  ///   - "duplicate-upid", an error: a record that is not taken, because an earlier one or a node
+  ///     that was there has its UPID.
+  ///   - "name", a note: the name is one with which OrvaneUpidArray::setBuffer() takes no node.
+  ///   - "rest", a note without record and key: bytes after the last record.
+  bool setBufferReported(std::span<const char> buffer, OrvaneFindings& findings);
+
+  /// Adds each node of a node buffer, such as getBuffer() writes, as setBufferChecked() does; the
+  /// header stays. False, and nothing changes, when the last record is cut short.
+  bool addNodesChecked(std::span<const char> buffer);
+
+  /// addNodesChecked() that reports as setBufferReported() does.
+  bool addNodesReported(std::span<const char> buffer, OrvaneFindings& findings);
+
   /// Writes every node as a node buffer, ascending by UPID, and sets `length` to the bytes that
   /// this takes, 72 per node. A null buffer only gets the length told. Leaves the last node
   /// written, if any, in the record that OrvaneUpidNode::get() returns, and like that is not for
@@ -98,6 +124,29 @@ class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNod
   /// too small.
   std::optional<std::size_t> getChildrenBufferChecked(unsigned int upid,
                                                       std::span<char> buffer) const;
+  /// @}
+
+  /// @name Structure
+  /// Roots are the nodes whose parent is 0 or themselves. The children of a node are those that
+  /// getChildrenBuffer() writes, each where it is met first; a node that only closes a chain is
+  /// none. Links that lead back, and chains as long as the tree, do no harm.
+  /// @{
+
+  /// The nodes that the roots reach, each once and after its parent: the roots ascending by UPID,
+  /// each followed by what is below it, children in the order of their chain. The pointers hold as
+  /// long as references to the nodes.
+  [[nodiscard]] std::vector<OrvaneUpidPlace> outline() const;
+
+  /// Adds to `findings` what is wrong with the links, in the order of outline() and then of the
+  /// UPIDs. All are errors, and the key is the UPID of the node that has them:
+  ///   - "broken-link": its first child or its sibling is missing.
+  ///   - "cycle": its first child or its sibling is linked already.
+  ///   - "parent": it is a child of another node than the parent that it names.
+  ///   - "count": it counts its children, and another number of them is linked.
+  ///   - "missing-parent": the parent that it names is missing.
+  ///   - "unreachable": no root reaches it.
+  /// A chain that breaks off or leads back is not counted.
+  void addFindings(OrvaneFindings& findings) const;
   /// @}
 
   /// The header of the last tree buffer read: the number of nodes in it, the UPID of TCP, the UPID
