@@ -6,11 +6,9 @@
 #include "cli/files/failure.h"
 #include "cli/files/input.h"
 #include "cli/files/output.h"
-#include "cli/services.h"
 #include "cli/shared_options.h"
 #include "cli/terminal/text.h"
-#include "orvane/app_info_array.h"
-#include "orvane/app_mapping.h"
+#include "exchange/services.h"
 
 namespace orvane::cli {
 namespace {
@@ -35,54 +33,28 @@ unsigned int firstOf(const std::string& text, std::size_t count) {
   return *first;
 }
 
-// Tells when the library has cut the name of a service.
-void reportCut(const Service& service, const std::string& name, const Input& input) {
-  if (name == service.name) return;
-  writeError(lineLabel(input, service.line) + quote(service.name) + " is cut to " + quote(name) +
-             "\n");
-}
-
-std::string applicationsOf(const std::vector<Service>& services, unsigned int upid,
-                           const Input& input) {
-  OrvaneAppMapping applications;
-  applications.reserve(services.size());
-  for (const Service& service : services) {
-    OrvaneApplication& application = applications.emplace_back();
-    application.setUpid(upid);
-    application.setID(static_cast<int>(upid));  // not a fresh one: the same file, the same text
-    application.setName(service.name.c_str());
-    application.setAction(kOrvaneActionAdd);
-    OrvanePortMapping item;
-    item.setPorts(service.ports);
-    application.addItem(item);
-    ++upid;
-    reportCut(service, application.getName(), input);
+void tell(const OrvaneFindings& findings, const Input& input) {
+  for (const OrvaneFinding& finding : findings) {
+    writeError(lineLabel(input, finding.line) + escape(finding.message) + "\n");
   }
-  return applications.getSection(true);
-}
-
-std::string catalogueOf(const std::vector<Service>& services, unsigned int upid,
-                        const Input& input) {
-  OrvaneAppInfoArray catalogue;
-  for (const Service& service : services) {
-    OrvaneAppInfo entry;
-    entry.setUPID(upid);
-    entry.setFQN(service.name.c_str());
-    entry.setPorts(OrvanePortMapping::PortArrayToString(service.ports).c_str());
-    catalogue.add(entry);
-    ++upid;
-    reportCut(service, entry.getFQN(), input);
-  }
-  return catalogue.getSection(true);
 }
 
 ExitStatus importServices(const ImportOptions& options) {
   const Input input = readInput(options.file);
-  const std::vector<Service> services = parseServices(input);
+  OrvaneFindings skipped;
+  const std::vector<exchange::Service> services = exchange::readServices(input.text, skipped);
+  tell(skipped, input);
   if (services.empty()) throw Failure(input.name + ": there is no service in it");
   const unsigned int firstUpid = firstOf(options.firstUpid, services.size());
-  const auto textOf = options.form == "catalogue" ? catalogueOf : applicationsOf;
-  writeOutput(textOf(services, firstUpid, input), options.output, {options.file});
+  OrvaneFindings cut;
+  std::string text;
+  if (options.form == "catalogue") {
+    exchange::catalogueOf(services, firstUpid, cut).appendSection(text, true);
+  } else {
+    exchange::applicationsOf(services, firstUpid, cut).appendSection(text, true);
+  }
+  tell(cut, input);
+  writeOutput(text, options.output, {options.file});
   return kSuccess;
 }
 

@@ -2,10 +2,13 @@
 
 #include <arpa/inet.h>
 
+#include <system_error>
+
 #include "cli/files/failure.h"
-#include "cli/live_sockets.h"
+#include "cli/files/output.h"
 #include "cli/port_argument.h"
 #include "cli/terminal/text.h"
+#include "host/live_sockets.h"
 
 namespace orvane::cli {
 namespace {
@@ -25,6 +28,30 @@ Use readSocket(const std::string& command, const std::string& text) {
   return use;
 }
 
+host::HostSockets readHost(const std::string& proc) {
+  try {
+    return host::readLiveSockets(proc);
+  } catch (const std::system_error& error) {
+    throw Failure(escape(error.what()));
+  }
+}
+
+void addLive(const std::string& proc, std::vector<Use>& uses) {
+  const host::HostSockets host = readHost(proc);
+  for (const host::SocketFile& file : host.files) {
+    for (const OrvaneFinding& finding : file.findings) {
+      writeError(escape(file.path) + ":" + std::to_string(finding.line) + ": " + finding.message +
+                 "\n");
+    }
+  }
+  for (const host::LiveSockets& sockets : host.sockets) {
+    Use use{{}, sockets.protocol == host::kTcp ? "a listening tcp socket" : "a bound udp socket"};
+    use.ports.setIp(sockets.address);
+    use.ports.setPorts(sockets.ports);
+    uses.push_back(std::move(use));
+  }
+}
+
 }  // namespace
 
 void addInUse(const Command& command, InUseOptions& options) {
@@ -42,14 +69,12 @@ std::vector<Use> readInUse(const std::string& command, const InUseOptions& optio
     uses.push_back({readPortArgument(command, "--ports", list), "ports in use"});
   }
   for (const std::string& socket : options.sockets) uses.push_back(readSocket(command, socket));
-  if (options.live) {
-    for (Use& use : readLiveSockets(options.proc)) uses.push_back(std::move(use));
-  }
+  if (options.live) addLive(options.proc, uses);
   return uses;
 }
 
 std::vector<std::string> filesOf(const InUseOptions& options) {
-  return options.live ? liveSocketFiles(options.proc) : std::vector<std::string>();
+  return options.live ? host::liveSocketFiles(options.proc) : std::vector<std::string>();
 }
 
 }  // namespace orvane::cli

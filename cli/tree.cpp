@@ -6,12 +6,16 @@
 
 #include "cli/command.h"
 #include "cli/files/failure.h"
+#include "cli/files/input.h"
 #include "cli/files/output.h"
 #include "cli/shared_options.h"
-#include "cli/terminal/json.h"
 #include "cli/terminal/text.h"
-#include "cli/tree_check.h"
-#include "cli/tree_file.h"
+#include "exchange/form_error.h"
+#include "exchange/tree_csv.h"
+#include "exchange/tree_dot.h"
+#include "exchange/tree_file.h"
+#include "exchange/tree_json.h"
+#include "exchange/tree_text.h"
 #include "orvane/upid_tree.h"
 
 namespace orvane::cli {
@@ -26,54 +30,59 @@ struct TreeOptions {
   bool nodesOnly = false;
 };
 
-std::string lineOf(const OrvaneUpidNode& node) {
-  return std::to_string(node.upid) + " '" + writtenName(node) + "' flags " +
-         std::to_string(node.flags) + ", children " + std::to_string(node.numOfChildren) + "\n";
+using exchange::TreeFile;
+using exchange::writtenName;
+
+// What a reader gives of an input, or the Failure that names it.
+template <typename Read>
+TreeFile readForm(const Input& input, bool nodesOnly, Read read) {
+  try {
+    return read(input.text, nodesOnly);
+  } catch (const exchange::FormError& error) {
+    const std::string label =
+        error.line() == 0 ? input.name + ": " : lineLabel(input, error.line());
+    throw Failure(label + escape(error.what()));
+  }
 }
 
-std::string textOf(const TreeCheck& check) {
+// What is shown of a tree: places that point into it, and findings as texts.
+struct Shown {
+  std::vector<OrvaneUpidPlace> places;
+  std::vector<std::string> findings;
+};
+
+std::string titleOf(const std::string& upid, const OrvaneUpidNode& node) {
+  return upid + " '" + writtenName(node) + "'";
+}
+
+std::string textOf(const Shown& shown) {
   std::string text;
-  for (const DrawnNode& drawn : check.drawn) {
+  for (const OrvaneUpidPlace& place : shown.places) {
     // A chain may be as deep as the file is long; its text may not grow with the square of that.
-    const std::size_t indent = std::min<std::size_t>(drawn.depth, 40);
-    text += std::string(2 * indent, ' ') + lineOf(*drawn.node);
+    const std::size_t indent = std::min<std::size_t>(place.depth, 40);
+    const OrvaneUpidNode& node = *place.node;
+    text += std::string(2 * indent, ' ') + titleOf(std::to_string(node.upid), node) + " flags " +
+            std::to_string(node.flags) + ", children " + std::to_string(node.numOfChildren) + "\n";
   }
-  if (!check.findings.empty()) text += "Findings:\n";
-  for (const std::string& finding : check.findings) text += "  " + finding + "\n";
+  if (!shown.findings.empty()) text += "Findings:\n";
+  for (const std::string& finding : shown.findings) text += "  " + finding + "\n";
   return text;
 }
 
-std::string jsonOf(const TreeFile& file, const TreeCheck& check) {
-  Json json;
-  if (file.header) {
-    json["header"] = std::vector<unsigned int>(file.header->begin() + 1, file.header->end());
+// The structure of a whole tree, and what is wrong with the file and with that.
+Shown checked(const TreeFile& file, const OrvaneUpidTree& tree, const OrvaneFindings& ofFile) {
+  Shown shown{tree.outline(), {}};
+  for (const OrvaneFinding& finding : ofFile) {
+    shown.findings.push_back(titleOf(finding.key, file.nodes[finding.line - 1]) + ", " +
+                             finding.message);
   }
-  json["nodes"] = Json::array();
-  for (const OrvaneUpidNode& node : file.nodes) {
-    Json object;
-    for (const NodeField& field : kNodeFields) object[field.name] = node.*field.value;
-    object["name"] = writtenName(node);
-    json["nodes"].push_back(object);
+  OrvaneFindings ofLinks;
+  tree.addFindings(ofLinks);
+  for (const OrvaneFinding& finding : ofLinks) {
+    const auto upid = parseDecimal<unsigned int>(finding.key).value_or(0);
+    shown.findings.push_back(titleOf(finding.key, tree[upid]) + ": " + finding.message);
   }
-  json["findings"] = check.findings;
-  return toText(json);
-}
-
-std::string dotOf(const TreeCheck& check) {
-  std::string text = "digraph protocols {\n  rankdir=LR;\n  node [shape=box];\n";
-  for (const DrawnNode& drawn : check.drawn) {
-    std::string label;
-    for (const char c : writtenName(*drawn.node)) {
-      if (c == '"' || c == '\\') label.push_back('\\');
-      label.push_back(c);
-    }
-    const std::string upid = std::to_string(drawn.node->upid);
-    text += "  " + upid + " [label=\"" + label + "\\n" + upid + "\"];\n";
-    if (drawn.parent != nullptr) {
-      text += "  " + std::to_string(drawn.parent->upid) + " -> " + upid + ";\n";
-    }
-  }
-  return text + "}\n";
+  return shown;
 }
 
 // The node that an option names. A node that is not there is unusable input.
@@ -87,48 +96,53 @@ const OrvaneUpidNode& findNode(const OrvaneUpidTree& tree, const std::string& op
 }
 
 // Keeps of a file what --upid or --children asks for.
-void select(TreeFile& file, const TreeOptions& options) {
-  OrvaneUpidTree tree;
-  for (const OrvaneUpidNode& node : file.nodes) tree.add(node);
+void select(TreeFile& file, const OrvaneUpidTree& tree, const TreeOptions& options) {
   file.header.reset();
   if (!options.upid.empty()) {
     file.nodes.assign(1, findNode(tree, "--upid", options.upid));
     return;
   }
   const unsigned int parent = findNode(tree, "--children", options.children).upid;
-  std::string bytes(tree.size() * kNodeSize, '\0');
-  const auto length = tree.getChildrenBufferChecked(parent, bytes);
-  file.nodes.resize(length.value_or(0) / kNodeSize);
-  for (std::size_t i = 0; i < file.nodes.size(); ++i) {
-    file.nodes[i].copyChecked(std::span(bytes).subspan(i * kNodeSize));
-  }
+  std::string bytes(tree.size() * exchange::kNodeSize, '\0');
+  bytes.resize(tree.getChildrenBufferChecked(parent, bytes).value_or(0));
+  file = exchange::readTreeBuffer(bytes, true);
 }
 
 ExitStatus showTree(const TreeOptions& options) {
   if (options.file.empty()) throw Failure("FILE is required");
-  TreeFile file = readTreeBuffer(options.file, options.nodesOnly);
-  const bool selected = !options.upid.empty() || !options.children.empty();
-  if (selected) select(file, options);
-  TreeCheck check;
-  if (selected) {  // a part has no structure of its own
-    for (const OrvaneUpidNode& node : file.nodes) check.drawn.push_back({&node, nullptr, 0});
-  } else {
-    check = checkTree(file);
+  const Input input = readBytes(options.file);
+  TreeFile file = readForm(input, options.nodesOnly, exchange::readTreeBuffer);
+  OrvaneFindings ofFile;
+  const OrvaneUpidTree tree = exchange::treeOf(file, ofFile);
+  Shown shown;
+  if (options.upid.empty() && options.children.empty()) {
+    shown = checked(file, tree, ofFile);
+  } else {  // a part has no structure of its own
+    select(file, tree, options);
+    for (const OrvaneUpidNode& node : file.nodes) shown.places.push_back({&node, nullptr, 0});
   }
-  writeOutput(options.format == "json"  ? jsonOf(file, check)
-              : options.format == "csv" ? csvOf(file)
-              : options.format == "dot" ? dotOf(check)
-                                        : textOf(check),
+  writeOutput(options.format == "json"  ? exchange::jsonOf(file, shown.findings)
+              : options.format == "csv" ? exchange::csvOf(file)
+              : options.format == "dot" ? exchange::dotOf(shown.places)
+                                        : textOf(shown),
               options.output, {options.file});
   if (options.format == "csv" || options.format == "dot") {
-    for (const std::string& finding : check.findings) writeError(file.name + ": " + finding + "\n");
+    for (const std::string& finding : shown.findings) {
+      writeError(input.name + ": " + finding + "\n");
+    }
   }
-  return check.findings.empty() ? kSuccess : kFound;
+  return shown.findings.empty() ? kSuccess : kFound;
 }
 
 ExitStatus packTree(const TreeOptions& options) {
-  writeOutput(bufferOf(parseTreeText(readInput(options.file), options.nodesOnly)), options.output,
-              {options.file});
+  const Input input = readInput(options.file);
+  const bool isCsv = input.name.ends_with(".csv");
+  if (!isCsv && !input.name.ends_with(".json")) {
+    throw Failure(input.name + ": the name ends in neither .json nor .csv");
+  }
+  const TreeFile file =
+      readForm(input, options.nodesOnly, isCsv ? exchange::readTreeCsv : exchange::readTreeJson);
+  writeOutput(bufferOf(file), options.output, {options.file});
   return kSuccess;
 }
 

@@ -1,15 +1,15 @@
-// The services(5) file: what is read of it, written as such a file, is read the same again.
+// The services(5) file: what is read of it, written as such a file, is read the same again, and
+// becomes as many applications and catalogue entries.
 
-#include "cli/files/input.h"
-#include "cli/files/output.h"
-#include "cli/services.h"
+#include "exchange/services.h"
 #include "fuzz.h"
 
-// Messages about lines that are skipped go nowhere.
-void orvane::cli::writeError(const std::string& /*message*/) {}
+using orvane::exchange::readServices;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const auto services = orvane::cli::parseServices({"services", fuzz::textOf(data, size)});
+  const std::string text = fuzz::textOf(data, size);
+  OrvaneFindings findings;
+  const auto services = readServices(text, findings);
   std::string written;
   for (const auto& service : services) {
     fuzz::require(!service.name.empty() && !service.ports.empty() && !service.ports.contains(0));
@@ -17,10 +17,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       written += service.name + "\t" + std::to_string(port) + "/tcp\n";
     }
   }
-  const auto again = orvane::cli::parseServices({"services", written});
-  fuzz::require(again.size() == services.size());
+  OrvaneFindings none;
+  const auto again = readServices(written, none);
+  fuzz::require(again.size() == services.size() && none.empty());
   for (std::size_t i = 0; i < services.size(); ++i) {
     fuzz::require(again[i].name == services[i].name && again[i].ports == services[i].ports);
+  }
+  const auto applications = orvane::exchange::applicationsOf(services, 1, findings);
+  const auto catalogue = orvane::exchange::catalogueOf(services, 1, findings);
+  fuzz::require(applications.size() == services.size() && catalogue.size() == services.size());
+  for (std::size_t i = 0; i < services.size(); ++i) {
+    fuzz::require(applications[i].getItems()[0].getPorts() == services[i].ports);
   }
   return 0;
 }

@@ -1,21 +1,30 @@
-// Trees as CSV and JSON: refused with a message, or read so that the CSV written of them is read
-// the same again.
+// Trees as CSV and JSON: refused with a message, or read so that what is written of them in both
+// forms is read the same again.
 
-#include "cli/files/failure.h"
-#include "cli/tree_file.h"
+#include "exchange/form_error.h"
+#include "exchange/tree_csv.h"
+#include "exchange/tree_json.h"
 #include "fuzz.h"
 
+namespace exchange = orvane::exchange;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string text = fuzz::untilNulOf(data, size);
-  for (const char* const name : {"tree.csv", "tree.json"}) {
+  const std::string text = fuzz::textOf(data, size);
+  for (const auto read : {exchange::readTreeCsv, exchange::readTreeJson}) {
     try {
-      const auto file = orvane::cli::parseTreeText({name, text}, false);
+      const exchange::TreeFile file = read(text, false);
       fuzz::require(file.header && file.header->front() == file.nodes.size());
-      const std::string csv = orvane::cli::csvOf(file);
-      const auto again = orvane::cli::parseTreeText({"again.csv", csv}, false);
-      fuzz::require(orvane::cli::csvOf(again) == csv);
-    } catch (const orvane::cli::Failure& failure) {
-      fuzz::require(std::string(failure.what()).starts_with(name));
+      const std::string csv = exchange::csvOf(file);
+      fuzz::require(exchange::csvOf(exchange::readTreeCsv(csv, false)) == csv);
+      fuzz::require(exchange::csvOf(exchange::readTreeJson(exchange::jsonOf(file, {"a finding"}),
+                                                           false)) == csv);
+      OrvaneFindings findings;
+      exchange::treeOf(file, findings);
+      for (const OrvaneFinding& finding : findings) {
+        fuzz::require(finding.line > 0 && finding.line <= file.nodes.size());
+      }
+    } catch (const exchange::FormError& error) {
+      fuzz::require(error.what()[0] != '\0');
     }
   }
   return 0;

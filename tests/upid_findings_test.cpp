@@ -57,8 +57,9 @@ std::string written(const Nodes& nodes) {
 std::string show(const OrvaneFindings& findings) {
   std::string text;
   for (const OrvaneFinding& finding : findings) {
-    text += std::to_string(finding.line) + (finding.severity == kOrvaneFindingNote ? " note " : " ") +
-            finding.kind + " '" + finding.key + "' " + finding.message + "\n";
+    text += std::to_string(finding.line) +
+            (finding.severity == kOrvaneFindingNote ? " note " : " ") + finding.kind + " '" +
+            finding.key + "' " + finding.message + "\n";
   }
   return text;
 }
@@ -80,23 +81,28 @@ TEST(UpidFindings, OfRecordsThatATreeDoesNotTake) {
   } cases[] = {
       {{}, withHeader(0, ""), ""},
       {{}, withHeader(2, records({{1, "a"}, {2, std::string("b\0\xE9", 3)}})), ""},
-      {{}, withHeader(6, records(kOdd)),
+      {{},
+       withHeader(6, records(kOdd)),
        "2 note name '2' record at offset 108" + name + repeat(3, "5", "180", "36") +
            "3 note name '5' record at offset 180" + name + repeat(5, "2", "324", "108") +
            repeat(6, "5", "396", "36")},
-      {{{9, ""}}, withHeader(4, records(kOdd) + "rest"),
+      {{{9, ""}},
+       withHeader(4, records(kOdd) + "rest"),
        "2 note name '2' record at offset 108" + name + repeat(3, "5", "180", "36") +
            "3 note name '5' record at offset 180" + name +
            "4 duplicate-upid '9' record at offset 252" + kept +
            "0 note rest '' the 148 bytes from offset 324 on are ignored\n"},
-      {{{5, ""}}, withHeader(3, records(kOdd).substr(0, 3 * kSize)),
+      {{{5, ""}},
+       withHeader(3, records(kOdd).substr(0, 3 * kSize)),
        "1 duplicate-upid '5' record at offset 36" + kept + "2 note name '2' record at offset 108" +
            name + "3 duplicate-upid '5' record at offset 180" + kept +
            "3 note name '5' record at offset 180" + name},
       {{{5, ""}}, "", "0 cut-short '' the header is cut short: there are 0 bytes\n"},
-      {{{5, ""}}, std::string(35, '\0'),
+      {{{5, ""}},
+       std::string(35, '\0'),
        "0 cut-short '' the header is cut short: there are 35 bytes\n"},
-      {{{5, ""}}, withHeader(2, records({{5, ""}, {6, ""}}).substr(1)),
+      {{{5, ""}},
+       withHeader(2, records({{5, ""}, {6, ""}}).substr(1)),
        "0 cut-short '' the header at offset 0 counts 2 nodes, but there are 1\n"},
   };
   for (const auto& [held, buffer, expected] : cases) {
@@ -174,7 +180,8 @@ TEST(UpidFindings, OfLinks) {
       {{{1, 0, 2, 1}, {2, 1, 0, 0, 9}}, "1\n 2<1\n", "broken-link '2' its sibling 9 is missing\n"},
       {{{1, 0, 9, 1}}, "1\n", "broken-link '1' its first child 9 is missing\n"},
       {{{1, 0, 2, 2}, {2, 1, 0, 0, 3}, {3, 1, 0, 0, 2}},
-       "1\n 2<1\n 3<1\n", "cycle '3' its sibling 2" + twice},
+       "1\n 2<1\n 3<1\n",
+       "cycle '3' its sibling 2" + twice},
       {{{1, 0, 1}}, "1\n", ""},  // it closes a chain of none
       {{{1, 1, 1, 1}}, "1\n", "cycle '1' its first child 1" + twice},
       {{{1, 0, 3, 1}, {2, 0, 3, 1}, {3, 1}}, "1\n 3<1\n2\n", "cycle '2' its first child 3" + twice},
@@ -183,12 +190,15 @@ TEST(UpidFindings, OfLinks) {
        "parent '2' its parent is 7, but it is a child of 1\n"
        "missing-parent '2' its parent 7 is missing\n"},
       {{{1, 0, 2, 1}, {2, 0, 3, 1}, {3, 2}},
-       "1\n 2<1\n  3<2\n", "parent '2' its parent is 0, but it is a child of 1\n"},
+       "1\n 2<1\n  3<2\n",
+       "parent '2' its parent is 0, but it is a child of 1\n"},
       {{{1, 0, 0, 3}}, "1\n", "count '1' it counts 3 children, but 0 are linked\n"},
       {{{1, 0, 2, 1}, {2, 1, 0, 0, 3}, {3, 1}},
-       "1\n 2<1\n", "count '1' it counts 1 children, but 2 are linked\n"},
+       "1\n 2<1\n",
+       "count '1' it counts 1 children, but 2 are linked\n"},
       {{{1}, {2, 3, 3, 1}, {3, 2, 2, 1}},
-       "1\n", "unreachable '2' no root reaches it\nunreachable '3' no root reaches it\n"},
+       "1\n",
+       "unreachable '2' no root reaches it\nunreachable '3' no root reaches it\n"},
       // Closing nodes, of a chain that is counted and of one that is not.
       {{{1, 0, 2}, {2, 1, 4, 1, 9}, {4, 2, 0, 0, 9}, {9, 99}}, "1\n 2<1\n  4<2\n", ""},
   };
@@ -224,9 +234,10 @@ TEST(UpidFindings, TakeNoStackAndNoMoreRoomThanAskedFor) {
   deep.addFindings(findings);
   EXPECT_TRUE(findings.empty());
   apart.addFindings(findings);
-  EXPECT_EQ(show(findings),
-            "0 missing-parent '1' its parent 100001 is missing\n0 unreachable '1' no root reaches it\n"
-            "0 missing-parent '2' its parent 100001 is missing\n0 unreachable '2' no root reaches it\n");
+  EXPECT_EQ(
+      show(findings),
+      "0 missing-parent '1' its parent 100001 is missing\n0 unreachable '1' no root reaches it\n"
+      "0 missing-parent '2' its parent 100001 is missing\n0 unreachable '2' no root reaches it\n");
   EXPECT_EQ(findings.getFound(kOrvaneFindingError), 2 * kCount);
 }
 

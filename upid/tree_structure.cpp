@@ -53,7 +53,8 @@ class TreeWalk {
         watch_.add(visit.upid, "missing-parent",
                    [&] { return "its parent " + std::to_string(parent) + " is missing"; });
       }
-      if (!visit.isReached) watch_.add(visit.upid, "unreachable", [] { return "no root reaches it"; });
+      if (visit.isReached) continue;
+      watch_.add(visit.upid, "unreachable", [] { return "no root reaches it"; });
     }
   }
 

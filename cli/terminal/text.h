@@ -3,14 +3,11 @@
 #ifndef ORVANE_CLI_TERMINAL_TEXT_H_
 #define ORVANE_CLI_TERMINAL_TEXT_H_
 
-#include <charconv>
-#include <concepts>
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 
+#include "exchange/text.h"
 #include "orvane/application.h"
 
 namespace orvane::cli {
@@ -39,14 +36,7 @@ inline std::string upidText(const OrvaneApplication& application) {
   return application.getUpid() == kOrvaneNoUpid ? "new" : std::to_string(application.getUpid());
 }
 
-// A text that is a decimal number within the type, and nothing else.
-template <std::unsigned_integral Number>
-std::optional<Number> parseDecimal(std::string_view text) {
-  Number number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return number;
-}
+using exchange::parseDecimal;
 
 }  // namespace orvane::cli
 

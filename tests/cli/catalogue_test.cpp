@@ -93,11 +93,11 @@ TEST_F(CatalogueTest, FindingsAreThoseOfTheCatalogue) {
       group("Version=1x/FQN=" + std::string(128, 'n') +
             "/fqn=b/PortRange=80,70000,abc,9-3,5-9,80,3-9,70000/UPID=1/IPv4=2") +
       group("UPID=1/Reserved1=0");
-  const std::string shown = std::string(80, 'n') + "...";
+  const std::string cut = std::string(80, 'n') + "...";
   const std::string findings =
       "1: Version '1x' is no plain number: read as 1\n"
       "2: FQN '" +
-      shown + "' is cut to 127 characters: '" + shown +
+      cut + "' is cut to 127 characters: '" + cut +
       "'\n"
       "3: FQN is ignored: the group has it at line 2\n"
       "4: port '70000' is outside 1 to 65535: it is read as range 70000-70000\n"

@@ -1,36 +1,33 @@
-#include "cli/live_sockets.h"
+#include "host/live_sockets.h"
 
 #include <arpa/inet.h>
 
 #include <array>
+#include <cerrno>
 #include <charconv>
-#include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 #include <sstream>
+#include <string_view>
+#include <system_error>
+#include <utility>
 
-#include "cli/files/input.h"
-#include "cli/files/output.h"
-
-namespace orvane::cli {
+namespace orvane::host {
 namespace {
 
 constexpr std::string_view kListening = "0A";
 
 struct SocketTable {
   const char* file;
-  const char* user;
-  bool isTcp;
+  Protocol protocol;
   bool isIpv6;
 };
 
-constexpr std::array<SocketTable, 4> kTables = {{
-    {"tcp", "a listening tcp socket", true, false},
-    {"udp", "a bound udp socket", false, false},
-    {"tcp6", "a listening tcp socket", true, true},
-    {"udp6", "a bound udp socket", false, true},
-}};
+constexpr std::array<SocketTable, 4> kTables = {
+    {{"tcp", kTcp, false}, {"udp", kUdp, false}, {"tcp6", kTcp, true}, {"udp6", kUdp, true}}};
 
 std::optional<std::uint32_t> parseHex(std::string_view text) {
   std::uint32_t number = 0;
@@ -67,11 +64,28 @@ std::string pathOf(const SocketTable& table, const std::string& proc) {
   return proc + "/net/" + table.file;
 }
 
-using UsesByAddress = std::map<std::pair<std::string, std::uint32_t>, Use>;
+[[noreturn]] void failReading(const std::string& path) {
+  throw std::system_error(errno, std::generic_category(), "cannot read " + path);
+}
 
-void readTable(const SocketTable& table, const std::string& path, UsesByAddress& uses) {
-  const Input input = readInput(path);
-  std::istringstream lines(input.text);
+std::string contentsOf(const std::string& path) {
+  const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(path.c_str(), "rbe"),
+                                                                &std::fclose);
+  if (!file) failReading(path);
+  std::string contents;
+  std::array<char, 1U << 16U> block;
+  while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get())) {
+    contents.append(block.data(), count);
+  }
+  if (std::ferror(file.get()) != 0) failReading(path);
+  return contents;
+}
+
+using PortsByAddress = std::map<std::pair<Protocol, std::uint32_t>, std::set<unsigned short>>;
+
+void readTable(const SocketTable& table, const std::string& contents, OrvaneFindings& findings,
+               PortsByAddress& found) {
+  std::istringstream lines(contents);
   std::string line;
   std::getline(lines, line);  // the heading
   for (std::size_t number = 2; std::getline(lines, line); ++number) {
@@ -83,29 +97,31 @@ void readTable(const SocketTable& table, const std::string& path, UsesByAddress&
     fields >> slot >> local >> remote >> state;
     const auto address = parseLocalAddress(local, table.isIpv6);
     if (!address || state.empty()) {
-      writeError(lineLabel(input, number) + "this line is no socket and is skipped\n");
+      findings.add(
+          {number, kOrvaneFindingError, "socket", "", "this line is no socket and is skipped"});
       continue;
     }
-    if (address->isOther || address->port == 0 || (table.isTcp && state != kListening)) continue;
-    Use& use = uses[{table.user, address->address}];
-    use.user = table.user;
-    use.ports.setIp(address->address);
-    use.ports.getPorts().insert(static_cast<unsigned short>(address->port));
+    if (address->isOther || address->port == 0) continue;
+    if (table.protocol == kTcp && state != kListening) continue;
+    found[{table.protocol, address->address}].insert(static_cast<unsigned short>(address->port));
   }
 }
 
 }  // namespace
 
-std::vector<Use> readLiveSockets(const std::string& proc) {
-  UsesByAddress found;
+HostSockets readLiveSockets(const std::string& proc) {
+  HostSockets host;
+  PortsByAddress found;
   for (const SocketTable& table : kTables) {
     const std::string path = pathOf(table, proc);
     if (table.isIpv6 && !std::filesystem::exists(path)) continue;
-    readTable(table, path, found);
+    SocketFile& file = host.files.emplace_back(SocketFile{path, {}});
+    readTable(table, contentsOf(path), file.findings, found);
   }
-  std::vector<Use> uses;
-  for (auto& [key, use] : found) uses.push_back(std::move(use));
-  return uses;
+  for (auto& [key, ports] : found) {
+    host.sockets.push_back({key.first, key.second, std::move(ports)});
+  }
+  return host;
 }
 
 std::vector<std::string> liveSocketFiles(const std::string& proc) {
@@ -115,4 +131,4 @@ std::vector<std::string> liveSocketFiles(const std::string& proc) {
   return paths;
 }
 
-}  // namespace orvane::cli
+}  // namespace orvane::host

@@ -1,0 +1,179 @@
+// Trees as files and texts.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "exchange/form_error.h"
+#include "exchange/tree_csv.h"
+#include "exchange/tree_dot.h"
+#include "exchange/tree_json.h"
+
+namespace orvane::exchange {
+namespace {
+
+// "line: message" of what a reader throws; "" when it throws nothing.
+template <typename Read>
+std::string errorOf(Read read) {
+  try {
+    read();
+  } catch (const FormError& error) {
+    return std::to_string(error.line()) + ": " + error.what();
+  }
+  return "";
+}
+
+const std::string kColumns =
+    "upid,parentUpid,firstChild,numOfChildren,sibling,PI,SPI,flags,currentChildIdx,name\n";
+
+TEST(TreeTexts, SayWhatIsMalformed) {
+  const std::string longName(33, 'n');
+  const struct {
+    std::string text;
+    std::string error;
+  } csv[] = {
+      {"", "0: there is no line of columns"},
+      {"# nothing\r\n\n", "0: there is no line of columns"},
+      {"name\nx\n", "1: there is no column upid"},
+      {"# a\n\nupid,nam\n1,x\n", "3: unknown column 'nam'"},
+      {"upid,upid\n", "1: a second column 'upid'"},
+      {"name,upid,name\n", "1: a second column 'name'"},
+      {"upid\n1,2\n", "2: there are 2 cells instead of 1"},
+      {"upid\n-1\n", "2: upid '-1' is no number"},
+      {"upid,flags\n1,4294967296\n", "2: flags '4294967296' is no number"},
+      {"upid,name\n1,\"x", "2: a quote is not closed"},
+      {"upid,name\n1,\\x4\n", "2: name '\\x4' has more than 32 bytes or a backslash without xNN"
+                              " after it"},
+      {"upid,name\n1,\\y41\n", "2: name '\\y41' has more than 32 bytes or a backslash without xNN"
+                               " after it"},
+      {"upid,name\n1," + longName, "2: name '" + longName + "' has more than 32 bytes or a"
+                                   " backslash without xNN after it"},
+      {"#header,1\nupid\n", "1: a header has eight words"},
+      {"upid\n\"#header\",1,2,3,4,5,6,7,8\n", "2: there are 9 cells instead of 1"},
+      {"#header,1,2,3,4,5,6,7,x\nupid\n", "1: word 'x' is no number"},
+      {"#header,1,2,3,4,5,6,7,8\n#header,1,2,3,4,5,6,7,8\n", "2: this is a second header"},
+      {"upid\n" + std::string(79, 'x') + "\xC3\xA9y\n",  // cut before a character
+       "2: upid '" + std::string(79, 'x') + "'... is no number"},
+  };
+  for (const auto& [text, error] : csv) {
+    EXPECT_EQ(errorOf([&] { readTreeCsv(text, false); }), error) << text;
+  }
+  const std::string none = "0: this is no object with an array \"nodes\"";
+  const struct {
+    std::string text;
+    std::string error;
+  } json[] = {
+      {"[]", none},
+      {"{\"nodes\":{}}", none},
+      {"{\"nodes\":[],\"nodes\":[]}", "0: a second key 'nodes'"},
+      {"{\"nodes\":[],\"head\":[]}", "0: unknown key 'head'"},
+      {"{\"nodes\":[],\"header\":[1]}", "0: a header has eight words"},
+      {"{\"nodes\":[],\"header\":[1,2,3,4,5,6,7,-8]}", "0: word is no number of 32 bits"},
+      {"{\"nodes\":[{}]}", "0: node 1: there is no upid"},
+      {"{\"nodes\":[{\"upid\":1},7]}", "0: node 2: there is no upid"},
+      {"{\"nodes\":[{\"upid\":1},{\"upid\":1,\"upid\":2}]}", "0: node 2: a second key 'upid'"},
+      {"{\"nodes\":[{\"upid\":4294967296}]}", "0: node 1: upid is no number of 32 bits"},
+      {"{\"nodes\":[{\"upid\":1.0}]}", "0: node 1: upid is no number of 32 bits"},
+      {"{\"nodes\":[{\"upid\":1,\"name\":5}]}", "0: node 1: name is no text"},
+      {"{\"nodes\":[{\"upid\":1,\"port\":5}]}", "0: node 1: unknown key 'port'"},
+      {"{\"nodes\":[{\"upid\":1,\"name\":\"" + longName + "\"}]}",
+       "0: node 1: name '" + longName + "' has more than 32 bytes or a backslash without xNN"
+       " after it"},
+  };
+  for (const auto& [text, error] : json) {
+    EXPECT_EQ(errorOf([&] { readTreeJson(text, false); }), error) << text;
+  }
+  const std::string deep = "{\"nodes\":[],\"findings\":" + std::string(100000, '[');
+  EXPECT_NE(errorOf([&] { readTreeJson(deep, false); }).find("parse error"), std::string::npos);
+  EXPECT_EQ(errorOf([&] { readTreeJson(deep + std::string(100000, ']') + "}", false); }), "");
+}
+
+TEST(TreeTexts, DeriveTheLinksThatTheyLeaveOut) {
+  const struct {
+    const char* text;
+    const char* nodes;
+  } cases[] = {
+      // Parents and order alone, a repeat left aside.
+      {"upid,parentUpid\n1,0\n3,1\n2,1\n3,2\n4,4\n5,9\n",
+       "1,0,3,2,0\n3,1,0,0,2\n2,1,0,0,0\n3,2,0,0,0\n4,4,0,0,0\n5,9,0,0,0\n"},
+      // Whatever is given stays, also where it is 0.
+      {"upid,parentUpid,sibling\n1,0,0\n3,1,7\n2,1,0\n", "1,0,3,2,0\n3,1,0,0,7\n2,1,0,0,0\n"},
+      {"upid,parentUpid,firstChild\n1,0,0\n3,1,0\n2,1,0\n", "1,0,0,2,0\n3,1,0,0,2\n2,1,0,0,0\n"},
+      {"upid,parentUpid,numOfChildren\n1,0,0\n3,1,0\n", "1,0,3,0,0\n3,1,0,0,0\n"},
+  };
+  for (const auto& [text, expected] : cases) {
+    std::string nodes;
+    for (const OrvaneUpidNode& node : readTreeCsv(text, false).nodes) {
+      for (const unsigned int word : {node.upid, node.parentUpid, node.firstChild,
+                                      node.numOfChildren, node.sibling}) {
+        nodes += std::to_string(word) + ",";
+      }
+      nodes.back() = '\n';
+    }
+    EXPECT_EQ(nodes, expected) << text;
+  }
+  const TreeFile file = readTreeCsv("\xEF\xBB\xBFupid,name\r\n8,\"TCP\"\r\n9,udp", false);
+  ASSERT_TRUE(file.header.has_value());
+  EXPECT_EQ(std::vector(file.header->begin(), file.header->begin() + 4),
+            (std::vector<unsigned int>{2, 8, 9, 0}));
+  EXPECT_FALSE(readTreeCsv("upid\n1\n", true).header.has_value());
+}
+
+TEST(TreeTexts, GiveBackTheSameFile) {
+  const std::string header = "#header,1,2,3,4,5,6,7,4294967295\n";
+  const std::string rows =
+      "7,1,2,3,4,5,6,7,8,\"a,\"\"b\"\"\\x5c\\x00\\xe9\"\n7,0,0,0,0,0,0,4294967295,0,\"\"\n";
+  for (const std::string& text : {header + kColumns + rows, kColumns + rows, kColumns}) {
+    SCOPED_TRACE(text);
+    const bool nodesOnly = !text.starts_with('#');
+    const TreeFile file = readTreeCsv(text, nodesOnly);
+    EXPECT_EQ(csvOf(file), text);
+    EXPECT_EQ(csvOf(readTreeJson(jsonOf(file, {"a finding"}), nodesOnly)), text);
+    EXPECT_EQ(csvOf(readTreeBuffer(bufferOf(file), nodesOnly)), text);
+  }
+}
+
+TEST(TreeFiles, AreToldApartByTheirLengths) {
+  const std::string tree = bufferOf(readTreeCsv("upid\n5\n5\n", false));
+  const std::string nodes = tree.substr(36);
+  const struct {
+    std::string bytes;
+    bool nodesOnly;
+    std::string error;
+  } cases[] = {
+      {"", false, ""},
+      {tree, false, ""},
+      {nodes, false, ""},
+      {nodes, true, ""},
+      {tree, true,
+       "0: the record at offset 144 is cut short: this is no node buffer (the file has 180 bytes)"},
+      {nodes + "x", false,
+       "0: the record at offset 144 is cut short: this is no tree buffer or node buffer (the file"
+       " has 145 bytes)"},
+      {tree + nodes, false,
+       "0: the header at offset 0 counts 2 nodes, but there are 4 (the file has 324 bytes)"},
+  };
+  for (const auto& [bytes, nodesOnly, error] : cases) {
+    EXPECT_EQ(errorOf([&] { readTreeBuffer(bytes, nodesOnly); }), error);
+    if (!error.empty()) continue;
+    const TreeFile file = readTreeBuffer(bytes, nodesOnly);
+    EXPECT_EQ(bufferOf(file), bytes);
+    OrvaneFindings findings;
+    EXPECT_EQ(treeOf(file, findings).size(), bytes.empty() ? 0 : 1);
+    EXPECT_EQ(findings.size(), bytes.empty() ? 0 : 1);
+  }
+}
+
+TEST(TreeTexts, DrawGraphs) {
+  OrvaneFindings none;
+  const OrvaneUpidTree tree =
+      treeOf(readTreeCsv("upid,parentUpid,name\n1,0,Ethernet\n2,1,\"a\"\"\\x5c\"\n", false), none);
+  EXPECT_EQ(dotOf(tree.outline()),
+            "digraph protocols {\n  rankdir=LR;\n  node [shape=box];\n"
+            "  1 [label=\"Ethernet\\n1\"];\n"
+            "  2 [label=\"a\\\"\\\\x5c\\n2\"];\n  1 -> 2;\n}\n");
+}
+
+}  // namespace
+}  // namespace orvane::exchange
