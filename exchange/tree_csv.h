@@ -1,4 +1,5 @@
-// Trees as CSV: a line of columns, a line for each node, and above them the header of a tree buffer.
+// Trees as CSV: a line of columns, a line for each node, and above them the header of a tree
+// buffer.
 
 #ifndef ORVANE_EXCHANGE_TREE_CSV_H_
 #define ORVANE_EXCHANGE_TREE_CSV_H_

@@ -48,8 +48,8 @@ std::vector<Kept> keptNodes(OrvaneUpidArray& nodes) {
   kept.reserve(nodes.size());
   for (OrvaneUpidNode& node : nodes) kept.push_back({&node});
   std::ranges::stable_sort(kept, {}, &Kept::upid);
-  const auto repeats = std::ranges::unique(kept, {}, &Kept::upid);
-  kept.erase(repeats.begin(), repeats.end());
+  const auto repeats = [](const Kept& a, const Kept& b) { return a.upid() == b.upid(); };
+  kept.erase(std::unique(kept.begin(), kept.end(), repeats), kept.end());
   return kept;
 }
 

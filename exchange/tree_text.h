@@ -42,7 +42,9 @@ struct Place {
   std::size_t line = 0;
   std::string path;
 
-  [[noreturn]] void fail(const std::string& message) const { throw FormError(path + message, line); }
+  [[noreturn]] void fail(const std::string& message) const {
+    throw FormError(path + message, line);
+  }
 };
 
 // The name of a node with everything but printable ASCII, and the backslash, as \xNN.

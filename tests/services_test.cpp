@@ -37,19 +37,17 @@ TEST(Services, ReportLinesThatAreNone) {
   ASSERT_EQ(services.size(), 1);
   EXPECT_EQ(services[0].line, 7);
   const std::string noPort = " is no port from 1 to 65535 with a protocol\n";
-  EXPECT_EQ(show(findings), "1 service skipped: 'nothing' has no port\n2 service skipped: 'x/tcp'" +
-                                noPort + "3 service skipped: '0/tcp'" + noPort +
-                                "4 service skipped: '65536/tcp'" + noPort +
-                                "5 service skipped: '1/'" + noPort +
-                                "6 service skipped: '+7/tcp'" + noPort);
+  EXPECT_EQ(show(findings),
+            "1 service skipped: 'nothing' has no port\n2 service skipped: 'x/tcp'" + noPort +
+                "3 service skipped: '0/tcp'" + noPort + "4 service skipped: '65536/tcp'" + noPort +
+                "5 service skipped: '1/'" + noPort + "6 service skipped: '+7/tcp'" + noPort);
 }
 
 TEST(Services, BecomeApplicationsAndEntries) {
-  const std::vector<Service> services = {{"domain", 3, {53, 853}},
-                                         {std::string(40, 'n'), 4, {7}},
-                                         {std::string(300, 'n'), 5, {8}}};
-  const std::string cut = "4 service-name '" + std::string(40, 'n') + "' is cut to '" +
-                          std::string(31, 'n') + "'\n";
+  const std::vector<Service> services = {
+      {"domain", 3, {53, 853}}, {std::string(40, 'n'), 4, {7}}, {std::string(300, 'n'), 5, {8}}};
+  const std::string cut =
+      "4 service-name '" + std::string(40, 'n') + "' is cut to '" + std::string(31, 'n') + "'\n";
   const std::string much = "5 service-name '" + std::string(300, 'n') + "' is cut to '";
   OrvaneFindings findings;
   const OrvaneAppMapping applications = applicationsOf(services, 70, findings);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "exchange/form_error.h"
@@ -14,10 +15,10 @@ namespace orvane::exchange {
 namespace {
 
 // "line: message" of what a reader throws; "" when it throws nothing.
-template <typename Read>
-std::string errorOf(Read read) {
+std::string errorOf(TreeFile (*read)(std::string_view, bool), std::string_view text,
+                    bool nodesOnly = false) {
   try {
-    read();
+    read(text, nodesOnly);
   } catch (const FormError& error) {
     return std::to_string(error.line()) + ": " + error.what();
   }
@@ -43,12 +44,15 @@ TEST(TreeTexts, SayWhatIsMalformed) {
       {"upid\n-1\n", "2: upid '-1' is no number"},
       {"upid,flags\n1,4294967296\n", "2: flags '4294967296' is no number"},
       {"upid,name\n1,\"x", "2: a quote is not closed"},
-      {"upid,name\n1,\\x4\n", "2: name '\\x4' has more than 32 bytes or a backslash without xNN"
-                              " after it"},
-      {"upid,name\n1,\\y41\n", "2: name '\\y41' has more than 32 bytes or a backslash without xNN"
-                               " after it"},
-      {"upid,name\n1," + longName, "2: name '" + longName + "' has more than 32 bytes or a"
-                                   " backslash without xNN after it"},
+      {"upid,name\n1,\\x4\n",
+       "2: name '\\x4' has more than 32 bytes or a backslash without xNN"
+       " after it"},
+      {"upid,name\n1,\\y41\n",
+       "2: name '\\y41' has more than 32 bytes or a backslash without xNN"
+       " after it"},
+      {"upid,name\n1," + longName, "2: name '" + longName +
+                                       "' has more than 32 bytes or a"
+                                       " backslash without xNN after it"},
       {"#header,1\nupid\n", "1: a header has eight words"},
       {"upid\n\"#header\",1,2,3,4,5,6,7,8\n", "2: there are 9 cells instead of 1"},
       {"#header,1,2,3,4,5,6,7,x\nupid\n", "1: word 'x' is no number"},
@@ -57,7 +61,7 @@ TEST(TreeTexts, SayWhatIsMalformed) {
        "2: upid '" + std::string(79, 'x') + "'... is no number"},
   };
   for (const auto& [text, error] : csv) {
-    EXPECT_EQ(errorOf([&] { readTreeCsv(text, false); }), error) << text;
+    EXPECT_EQ(errorOf(readTreeCsv, text), error) << text;
   }
   const std::string none = "0: this is no object with an array \"nodes\"";
   const struct {
@@ -78,15 +82,16 @@ TEST(TreeTexts, SayWhatIsMalformed) {
       {"{\"nodes\":[{\"upid\":1,\"name\":5}]}", "0: node 1: name is no text"},
       {"{\"nodes\":[{\"upid\":1,\"port\":5}]}", "0: node 1: unknown key 'port'"},
       {"{\"nodes\":[{\"upid\":1,\"name\":\"" + longName + "\"}]}",
-       "0: node 1: name '" + longName + "' has more than 32 bytes or a backslash without xNN"
-       " after it"},
+       "0: node 1: name '" + longName +
+           "' has more than 32 bytes or a backslash without xNN"
+           " after it"},
   };
   for (const auto& [text, error] : json) {
-    EXPECT_EQ(errorOf([&] { readTreeJson(text, false); }), error) << text;
+    EXPECT_EQ(errorOf(readTreeJson, text), error) << text;
   }
   const std::string deep = "{\"nodes\":[],\"findings\":" + std::string(100000, '[');
-  EXPECT_NE(errorOf([&] { readTreeJson(deep, false); }).find("parse error"), std::string::npos);
-  EXPECT_EQ(errorOf([&] { readTreeJson(deep + std::string(100000, ']') + "}", false); }), "");
+  EXPECT_NE(errorOf(readTreeJson, deep).find("parse error"), std::string::npos);
+  EXPECT_EQ(errorOf(readTreeJson, deep + std::string(100000, ']') + "}"), "");
 }
 
 TEST(TreeTexts, DeriveTheLinksThatTheyLeaveOut) {
@@ -105,8 +110,8 @@ TEST(TreeTexts, DeriveTheLinksThatTheyLeaveOut) {
   for (const auto& [text, expected] : cases) {
     std::string nodes;
     for (const OrvaneUpidNode& node : readTreeCsv(text, false).nodes) {
-      for (const unsigned int word : {node.upid, node.parentUpid, node.firstChild,
-                                      node.numOfChildren, node.sibling}) {
+      for (const unsigned int word :
+           {node.upid, node.parentUpid, node.firstChild, node.numOfChildren, node.sibling}) {
         nodes += std::to_string(word) + ",";
       }
       nodes.back() = '\n';
@@ -155,7 +160,7 @@ TEST(TreeFiles, AreToldApartByTheirLengths) {
        "0: the header at offset 0 counts 2 nodes, but there are 4 (the file has 324 bytes)"},
   };
   for (const auto& [bytes, nodesOnly, error] : cases) {
-    EXPECT_EQ(errorOf([&] { readTreeBuffer(bytes, nodesOnly); }), error);
+    EXPECT_EQ(errorOf(readTreeBuffer, bytes, nodesOnly), error);
     if (!error.empty()) continue;
     const TreeFile file = readTreeBuffer(bytes, nodesOnly);
     EXPECT_EQ(bufferOf(file), bytes);

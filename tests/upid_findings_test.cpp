@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+namespace upid_findings {
 namespace {
 
 constexpr std::size_t kSize = 72;
@@ -254,3 +255,4 @@ TEST(UpidFindings, GoByTheUpidOfThePlace) {
 }
 
 }  // namespace
+}  // namespace upid_findings
