@@ -36,19 +36,18 @@ std::optional<std::string> readName(std::string_view written) {
 
 // A node that a tree keeps, and the last of its children so far.
 struct Kept {
+  unsigned int upid;
   OrvaneUpidNode* node;
   OrvaneUpidNode* lastChild = nullptr;
-
-  unsigned int upid() const { return node->upid; }
 };
 
 // The first node of each UPID, ascending.
 std::vector<Kept> keptNodes(OrvaneUpidArray& nodes) {
   std::vector<Kept> kept;
   kept.reserve(nodes.size());
-  for (OrvaneUpidNode& node : nodes) kept.push_back({&node});
+  for (OrvaneUpidNode& node : nodes) kept.push_back({node.upid, &node});
   std::ranges::stable_sort(kept, {}, &Kept::upid);
-  const auto repeats = [](const Kept& a, const Kept& b) { return a.upid() == b.upid(); };
+  const auto repeats = [](const Kept& a, const Kept& b) { return a.upid == b.upid; };
   kept.erase(std::unique(kept.begin(), kept.end(), repeats), kept.end());
   return kept;
 }
@@ -60,7 +59,7 @@ void deriveLinks(TreeFile& file, const GivenFields& given) {
   std::vector<Kept> kept = keptNodes(file.nodes);
   const auto find = [&](unsigned int upid) -> Kept* {
     const auto found = std::ranges::lower_bound(kept, upid, {}, &Kept::upid);
-    return found == kept.end() || found->upid() != upid ? nullptr : &*found;
+    return found == kept.end() || found->upid != upid ? nullptr : &*found;
   };
   for (OrvaneUpidNode& node : file.nodes) {
     if (find(node.upid)->node != &node) continue;  // a tree keeps the first of a UPID only
