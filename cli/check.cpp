@@ -1,8 +1,10 @@
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "cli/collisions.h"
 #include "cli/command.h"
 #include "cli/files/failure.h"
 #include "cli/files/output.h"
@@ -11,6 +13,7 @@
 #include "cli/shared_options.h"
 #include "cli/terminal/json_writer.h"
 #include "cli/terminal/text.h"
+#include "orvane/collisions.h"
 
 namespace orvane::cli {
 namespace {
@@ -26,69 +29,65 @@ struct CheckOptions {
   bool strict = false;
 };
 
-// One line of the result.
-struct Row {
-  const OrvaneApplication* application;
-  const OrvanePortMapping* item;
-  const Use* use;
-  std::string ports;
-};
-
 std::string nameOf(const OrvaneApplication& application) {
   return upidText(application) + " " + quote(application.getName());
 }
 
-std::string addressText(const OrvanePortMapping& item) {
-  return item.getIpAddress() == 0 ? "every address" : item.getIpAsString();
+std::string addressText(unsigned int address) {
+  if (address == 0) return "every address";
+  OrvanePortMapping item;
+  item.setIp(address);
+  std::string text;
+  item.appendIp(text);
+  return text;
 }
 
-// The items of the applications as uses, in order.
-std::vector<Use> usesOf(const OrvaneAppMapping& applications, const std::string& where) {
-  std::vector<Use> uses;
-  for (const OrvaneApplication& application : applications) {
-    for (const OrvanePortMapping& item : application.getItems()) {
-      uses.push_back({item, "application " + nameOf(application) + where});
-    }
+// What the applications of FILE are checked against: what is in use, each as an application of its
+// own, and then the applications of another text.
+struct Others {
+  OrvaneAppMapping applications;
+  std::vector<std::string> users;  // of those that are in use
+  std::string where;               // the other text, in words
+};
+
+Others readOthers(const CheckOptions& options) {
+  Others others;
+  for (Use& use : readInUse("orvane check", options.inUse)) {
+    others.applications.emplace_back().getItems().insert(use.ports);
+    others.users.push_back(std::move(use.user));
   }
-  return uses;
+  if (options.against.empty()) return others;
+  others.where = " of " + escape(options.against);
+  OrvaneAppMapping against = readApplications(options.against, options.all);
+  std::ranges::move(against, std::back_inserter(others.applications));
+  return others;
 }
 
-// Appends the collisions of the applications with the uses. When the uses are their own, each pair
-// counts once: for an application, the uses of those that come after it.
-void addRows(const OrvaneAppMapping& applications, const std::vector<Use>& uses, bool areOwn,
-             std::vector<Row>& rows) {
-  const UseIndex index(uses);
-  std::size_t firstUse = 0;
-  for (const OrvaneApplication& application : applications) {
-    if (areOwn) firstUse += application.getItems().size();
-    for (const OrvanePortMapping& item : application.getItems()) {
-      for (Collision& collision : index.collisionsOf(item)) {
-        if (collision.use < firstUse) continue;
-        rows.push_back(
-            {&application, &item, &uses[collision.use], portListOf(std::move(collision.ports))});
-      }
-    }
-  }
+// With whom an application collides: one of the others or, without them, one of its own text.
+std::string userOf(const OrvaneCollision& collision, const Others* others) {
+  const OrvaneApplication& user = *collision.otherApplication;
+  if (others == nullptr) return "application " + nameOf(user);
+  const auto place = static_cast<std::size_t>(&user - others->applications.data());
+  return place < others->users.size() ? others->users[place]
+                                      : "application " + nameOf(user) + others->where;
 }
 
-void appendLine(const Row& row, std::string& to) {
-  to += nameOf(*row.application) + ", " + addressText(*row.item) + ": " + row.ports + ": " +
-        row.use->user + " on " + addressText(row.use->ports) + "\n";
+void appendLine(const OrvaneCollision& collision, const std::string& user, std::string& to) {
+  to += nameOf(*collision.application) + ", " + addressText(collision.item->getIpAddress()) + ": ";
+  collision.appendPorts(to);
+  to += ": " + user + " on " + addressText(collision.otherAddress) + "\n";
 }
 
-void writeJson(const std::vector<Row>& rows, Output& output) {
-  JsonWriter json(output);
-  json.array([&] {
-    for (const Row& row : rows) {
-      json.object([&] {
-        json.member("upid", upidOf(*row.application));
-        json.member("name", row.application->getName());
-        json.member("address", addressOf(*row.item));
-        json.member("ports", row.ports);
-        json.member("with", row.use->user);
-        json.member("withAddress", addressOf(row.use->ports));
-      });
-    }
+void writeElement(const OrvaneCollision& collision, const std::string& user, JsonWriter& json) {
+  std::string ports;
+  collision.appendPorts(ports);
+  json.object([&] {
+    json.member("upid", upidOf(*collision.application));
+    json.member("name", collision.application->getName());
+    json.member("address", addressOf(*collision.item));
+    json.member("ports", ports);
+    json.member("with", user);
+    json.member("withAddress", addressOf(*collision.otherItem));
   });
 }
 
@@ -100,29 +99,31 @@ ExitStatus checkCollisions(const CheckOptions& options) {
     throw Failure("only one of FILE and --against can be standard input");
   }
   const OrvaneAppMapping applications = readApplications(options.file, options.all);
-  std::vector<Use> uses = readInUse("orvane check", options.inUse);
-  if (!options.against.empty()) {
-    const std::string where = " of " + escape(options.against);
-    for (Use& use : usesOf(readApplications(options.against, options.all), where)) {
-      uses.push_back(std::move(use));
-    }
-  }
-  const std::vector<Use> own = options.each ? usesOf(applications, "") : std::vector<Use>();
-  std::vector<Row> rows;
-  addRows(applications, uses, false, rows);
-  addRows(applications, own, true, rows);
+  const Others others = readOthers(options);
+  const OrvaneCollisions found(applications, others.applications);
+  const OrvaneCollisions own = options.each ? OrvaneCollisions(applications) : OrvaneCollisions();
+  const auto forEach = [&](auto show) {
+    for (const OrvaneCollision& collision : found) show(collision, userOf(collision, &others));
+    for (const OrvaneCollision& collision : own) show(collision, userOf(collision, nullptr));
+  };
 
   std::vector<std::string> inputs = filesOf(options.inUse);
   inputs.insert(inputs.end(), {options.file, options.against});
   requireNothingReported(options.strict);
   Output output(options.output, inputs);
   if (options.json) {
-    writeJson(rows, output);
+    JsonWriter json(output);
+    json.array([&] {
+      forEach(
+          [&](const auto& collision, const auto& user) { writeElement(collision, user, json); });
+    });
   } else {
-    for (const Row& row : rows) appendLine(row, output.next());
+    forEach([&](const auto& collision, const auto& user) {
+      appendLine(collision, user, output.next());
+    });
   }
   output.finish();
-  return rows.empty() ? kSuccess : kFound;
+  return found.empty() && own.empty() ? kSuccess : kFound;
 }
 
 }  // namespace

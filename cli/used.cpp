@@ -1,11 +1,11 @@
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "cli/collisions.h"
 #include "cli/command.h"
 #include "cli/files/failure.h"
 #include "cli/files/output.h"
@@ -33,12 +33,33 @@ std::string singlePorts(const OrvanePortMapping& mapping) {
   return OrvanePortMapping::PortArrayToString(ports);
 }
 
+// The ranges as a port list, joined where they overlap or touch.
+std::string joined(std::vector<OrvanePortRange> ranges) {
+  std::ranges::sort(ranges, {}, &OrvanePortRange::getStart);
+  std::vector<OrvanePortRange> joined;
+  for (const OrvanePortRange& next : ranges) {
+    if (!joined.empty() && next.getStart() <= std::uint64_t{joined.back().getEnd()} + 1) {
+      joined.back().setEnd(std::max(joined.back().getEnd(), next.getEnd()));
+    } else {
+      joined.push_back(next);
+    }
+  }
+  std::string text;
+  for (const OrvanePortRange& range : joined) {
+    text += std::to_string(range.getStart());
+    if (range.getEnd() != range.getStart()) text += "-" + std::to_string(range.getEnd());
+    text.push_back(',');
+  }
+  return text;
+}
+
 ExitStatus showUsed(const UsedOptions& options) {
   if (!options.inUse.any()) {
     throw Failure("give --ports, --socket or --live to tell what is in use");
   }
   OrvanePortCounter counter;
-  std::vector<Interval> ranges;  // joined first: the counter drops a second one with the same end
+  std::vector<OrvanePortRange>
+      ranges;  // joined first: the counter drops a second one with the same end
   for (const Use& use : readInUse("orvane used", options.inUse)) {
     if (use.ports.getIpAddress() != 0) {
       counter.addSocket(use.ports.getIpAddress(), singlePorts(use.ports).c_str());
@@ -46,10 +67,10 @@ ExitStatus showUsed(const UsedOptions& options) {
     }
     counter.add(OrvanePortMapping::PortArrayToString(use.ports.getPorts()).c_str());
     for (const OrvanePortRange& range : use.ports.getRanges()) {
-      if (range.getStart() <= range.getEnd()) ranges.push_back({range.getStart(), range.getEnd()});
+      if (range.getStart() <= range.getEnd()) ranges.push_back(range);
     }
   }
-  counter.add(portListOf(std::move(ranges)).c_str());
+  counter.add(joined(std::move(ranges)));
   writeOutput(counter.toString() + "\n", options.output, filesOf(options.inUse));
   return kSuccess;
 }
