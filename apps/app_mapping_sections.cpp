@@ -1,14 +1,11 @@
 // The section texts of a collection.
 
 #include <cstring>
-#include <utility>
-#include <vector>
 
+#include "apps/change_writer.h"
 #include "apps/group_writer.h"
 #include "apps/ordering.h"
 #include "orvane/app_mapping.h"
-#include "ports/differences.h"
-#include "ports/first_by_key.h"
 #include "ports/text_out.h"
 
 namespace {
@@ -34,40 +31,11 @@ void writeAddNewSections(TextOut& out, const OrvaneAppMapping& mapping, bool clo
   }
 }
 
-// An application on the newer side's difference list.
-struct Newer {
-  const OrvaneApplication* application;
-  bool paired;
-};
-
 void writeUpdatedSections(TextOut& out, const OrvaneAppMapping& older,
                           const OrvaneAppMapping& newer, bool closeGroups) {
-  const auto changed =
-      orvane::differences<OrvaneApplication>(older, newer, orvane::compareApplications);
-  std::vector<Newer> newerList;
-  orvane::FirstByKey<Newer*> firstByUpid;
-  newerList.reserve(changed.newer.size());
-  firstByUpid.reserve(changed.newer.size());
-  for (const OrvaneApplication* application : changed.newer) {
-    newerList.push_back({application, false});
-    firstByUpid.tryEmplace(application->upid, &newerList.back());
-  }
-
-  for (const OrvaneApplication* application : changed.older) {
-    if (application->action == kOrvaneActionNone) continue;
-    if (Newer* const* const partner = firstByUpid.find(application->upid)) {
-      writeSection(out, *application, kOrvaneActionRemove, closeGroups);
-      writeSection(out, *(*partner)->application, kOrvaneActionUpdate, closeGroups);
-      (*partner)->paired = true;
-    } else {
-      writeDeleteSection(out, *application, closeGroups);
-    }
-  }
-  for (const auto& [application, paired] : newerList) {
-    if (paired || application->action != kOrvaneActionAdd) continue;
-    const bool updates = application->appCategory == kOrvaneCategory1;
-    writeSection(out, *application, updates ? kOrvaneActionUpdate : kOrvaneActionAdd, closeGroups);
-  }
+  orvane::writeChanges(
+      out, orvane::differences<OrvaneApplication>(older, newer, orvane::compareApplications),
+      closeGroups);
 }
 
 }  // namespace

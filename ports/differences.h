@@ -3,8 +3,8 @@
 #ifndef ORVANE_PORTS_DIFFERENCES_H_
 #define ORVANE_PORTS_DIFFERENCES_H_
 
-#include <iterator>
-#include <span>
+#include <compare>
+#include <ranges>
 #include <vector>
 
 namespace orvane {
@@ -52,6 +52,22 @@ Order compareSequences(const Sequence& a, const Sequence& b, Compare compare) {
   return {.less = y != b.end(), .greater = x != a.end()};
 }
 
+// Calls take(a, b) for the elements of each key of two sequences that are ordered by that: the n-th
+// of one with the n-th of the other, and with null where the other has fewer. Stops when a call
+// gives false, and tells whether none did.
+template <typename Sequence, typename Key, typename Take>
+bool forEachPair(const Sequence& older, const Sequence& newer, Key key, Take take) {
+  auto a = older.begin();
+  auto b = newer.begin();
+  while (a != older.end() || b != newer.end()) {
+    const std::strong_ordering order = a == older.end()   ? std::strong_ordering::greater
+                                       : b == newer.end() ? std::strong_ordering::less
+                                                          : key(*a) <=> key(*b);
+    if (!take(order <= 0 ? &*a++ : nullptr, order >= 0 ? &*b++ : nullptr)) return false;
+  }
+  return true;
+}
+
 // What each of two ordered lists has and the other has not.
 template <typename T>
 struct Differences {
@@ -62,8 +78,8 @@ struct Differences {
 // As two standard set differences would list it, one from each side. One walk serves the two, which
 // compares only once, until elements that are each less than the other send the walks separate
 // ways.
-template <typename T, typename Compare>
-Differences<T> differences(std::span<const T> older, std::span<const T> newer, Compare compare) {
+template <typename T, typename List, typename Compare>
+Differences<T> differences(const List& older, const List& newer, Compare compare) {
   Differences<T> result;
   auto a = older.begin();
   auto b = newer.begin();
@@ -79,8 +95,8 @@ Differences<T> differences(std::span<const T> older, std::span<const T> newer, C
       ++b;
     }
   }
-  const std::span restOfOlder(a, older.end());
-  const std::span restOfNewer(b, newer.end());
+  const std::ranges::subrange restOfOlder(a, older.end());
+  const std::ranges::subrange restOfNewer(b, newer.end());
   forEachMissing(restOfOlder, restOfNewer, compare,
                  [&](const T& missing) { result.older.push_back(&missing); });
   forEachMissing(restOfNewer, restOfOlder, compare,
