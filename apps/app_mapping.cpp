@@ -8,6 +8,7 @@
 
 #include "apps/application_fields.h"
 #include "apps/item_list.h"
+#include "apps/ordering.h"
 #include "ports/first_by_key.h"
 #include "ports/growth.h"
 #include "ports/salt.h"
@@ -80,6 +81,17 @@ void forEachTaker(std::span<const TakenItem> taken, Give give) {
     give(taker->items, taken.first(count));
     taken = taken.subspan(count);
   }
+}
+
+// Puts applications in the order of a list of their keys and places.
+template <typename Order>
+void arrange(OrvaneAppMapping& mapping, const Order& order) {
+  std::vector<OrvaneApplication> sorted;
+  sorted.reserve(mapping.size());
+  for (const auto& [key, application] : order) {
+    sorted.push_back(std::move(mapping[static_cast<std::size_t>(application - mapping.data())]));
+  }
+  mapping.swap(sorted);
 }
 
 // Whether removeNew() moves an application.
@@ -241,17 +253,16 @@ void OrvaneAppMapping::updateNew(OrvaneAppMapping& other) const {
 }
 
 void OrvaneAppMapping::sortByName() {
-  std::vector<std::pair<std::string_view, OrvaneApplication*>> order;
+  std::vector<std::pair<std::string_view, const OrvaneApplication*>> order;
   order.reserve(size());
-  for (OrvaneApplication& application : *this) {
+  for (const OrvaneApplication& application : *this) {
     order.emplace_back(orvane::nameOf(application), &application);
   }
   std::ranges::sort(order);
-  std::vector<OrvaneApplication> sorted;
-  sorted.reserve(size());
-  for (const auto& [name, application] : order) sorted.push_back(std::move(*application));
-  swap(sorted);
+  arrange(*this, order);
 }
+
+void OrvaneAppMapping::sortByUpid() { arrange(*this, orvane::orderedIndex(*this)); }
 
 OrvaneApplication* OrvaneAppMapping::find(unsigned int upid) {
   return findFirst(*this, [=](const OrvaneApplication& a) { return a.upid == upid; });

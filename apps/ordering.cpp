@@ -1,8 +1,21 @@
 #include "apps/ordering.h"
 
+#include <algorithm>
+
 #include "apps/application_fields.h"
 
 namespace orvane {
+namespace {
+
+// By UPID, name and items: a strict weak ordering, which compareApplications() is not.
+bool comesBefore(const IndexedApplication& a, const IndexedApplication& b) {
+  if (a.upid != b.upid) return a.upid < b.upid;
+  const int names = nameOf(*a.application).compare(nameOf(*b.application));
+  if (names != 0) return names < 0;
+  return compareSequences(a.application->items, b.application->items, compareItemsInTurn).less;
+}
+
+}  // namespace
 
 Order compareNamesAndItems(const OrvaneApplication& a, const OrvaneApplication& b) {
   const int names = nameOf(a).compare(nameOf(b));
@@ -13,6 +26,16 @@ Order compareNamesAndItems(const OrvaneApplication& a, const OrvaneApplication& 
 Order compareApplications(const OrvaneApplication& a, const OrvaneApplication& b) {
   if (a.upid != b.upid) return {.less = a.upid < b.upid, .greater = b.upid < a.upid};
   return compareNamesAndItems(a, b);
+}
+
+std::vector<IndexedApplication> orderedIndex(const OrvaneAppMapping& mapping) {
+  std::vector<IndexedApplication> index;
+  index.reserve(mapping.size());
+  for (const OrvaneApplication& application : mapping) {
+    index.push_back({application.upid, &application});
+  }
+  if (!std::ranges::is_sorted(index, comesBefore)) std::ranges::stable_sort(index, comesBefore);
+  return index;
 }
 
 }  // namespace orvane

@@ -1,9 +1,11 @@
-// The application ordering.
+// The orderings of applications.
 
 #ifndef ORVANE_APPS_ORDERING_H_
 #define ORVANE_APPS_ORDERING_H_
 
-#include "orvane/application.h"
+#include <vector>
+
+#include "orvane/app_mapping.h"
 #include "ports/item_order.h"
 
 namespace orvane {
@@ -13,6 +15,15 @@ Order compareNamesAndItems(const OrvaneApplication& a, const OrvaneApplication& 
 
 // The ordering of updated sections: by UPID, then compareNamesAndItems().
 Order compareApplications(const OrvaneApplication& a, const OrvaneApplication& b);
+
+// An application and its UPID, which mostly tells it apart from others without looking at it.
+struct IndexedApplication {
+  unsigned int upid;
+  const OrvaneApplication* application;
+};
+
+// The applications of a collection in the order of OrvaneAppMapping::sortByUpid().
+std::vector<IndexedApplication> orderedIndex(const OrvaneAppMapping& mapping);
 
 }  // namespace orvane
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "fuzz.h"
-#include "tests/plain_collection.h"
+#include "tests/plain_comparison.h"
 
 namespace {
 
@@ -32,6 +32,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::require(older.getUpdatedSection(newer, true) == plain::updatedSection(older, newer, true));
   fuzz::require(std::string(older.getUpdatedSection(older, false)).empty());
 
+  const OrvaneComparison comparison(older, newer);
+  std::string changes;
+  comparison.appendChangeSections(changes, true);
+  fuzz::require(plain::show(comparison) == plain::comparison(older, newer));
+  fuzz::require(changes == plain::changeSections(older, newer, true));
+  fuzz::require(OrvaneComparison(newer, newer).empty());
+  fuzz::require(OrvaneComparison(newer, older).size() == comparison.size());
+
   OrvaneAppMapping first = older;
   OrvaneAppMapping second = newer;
   OrvaneAppMapping plainFirst = older;
@@ -43,6 +51,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   plain::removeNew(plainFirst, plainSecond);
   fuzz::require(shown(first) == shown(plainFirst) && shown(second) == shown(plainSecond));
 
+  OrvaneAppMapping sorted = older;
+  OrvaneAppMapping plainSorted = older;
+  sorted.sortByUpid();
+  plain::sortByUpid(plainSorted);
+  fuzz::require(shown(sorted) == shown(plainSorted));
+  fuzz::require(OrvaneComparison(sorted, older).empty());
   first.sortByName();
   const auto byName = [](const OrvaneApplication& a, const OrvaneApplication& b) {
     return std::string(a.getName()) < b.getName();

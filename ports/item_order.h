@@ -1,4 +1,4 @@
-// The mapping ordering, both ways in one pass.
+// The orderings of items.
 
 #ifndef ORVANE_PORTS_ITEM_ORDER_H_
 #define ORVANE_PORTS_ITEM_ORDER_H_
@@ -8,8 +8,11 @@
 
 namespace orvane {
 
-// The ordering of OrvanePortMappingLess.
+// The ordering of OrvanePortMappingLess, both ways in one pass.
 Order compareItems(const OrvanePortMapping& a, const OrvanePortMapping& b);
+
+// A strict weak ordering with the same equivalents: by address, then ports, then ranges.
+Order compareItemsInTurn(const OrvanePortMapping& a, const OrvanePortMapping& b);
 
 }  // namespace orvane
 

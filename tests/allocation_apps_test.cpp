@@ -137,6 +137,9 @@ TEST(Allocation, Collection) {
                 STRONG(w.none.removeNew(w.other)),
                 STRONG(w.few.updateNew(w.other)),
                 STRONG(w.many.sortByName()),
+                STRONG(w.many.sortByUpid()),
+                STRONG(w.number = OrvaneComparison(w.many, w.few).size()),
+                STRONG(w.number = OrvaneComparison(w.few, w.many)[1].getFacts().size()),
                 STRONG(w.few.setSection(together.c_str())),
                 STRONG(w.few.setSection(scattered.c_str())),
                 STRONG(w.few.setSection(keyless.c_str())),
@@ -145,7 +148,8 @@ TEST(Allocation, Collection) {
   checkCopies<World>();
   check<World>({STRONG(w.few.appendSection(w.to, true)), STRONG(w.few.appendInitialSection(w.to)),
                 STRONG(w.few.appendAddNewSection(w.to, true)),
-                STRONG(w.many.appendUpdatedSection(w.to, w.few, true))});
+                STRONG(w.many.appendUpdatedSection(w.to, w.few, true)),
+                STRONG(OrvaneComparison(w.many, w.few).appendChangeSections(w.to, true))});
 }
 
 TEST(Allocation, Collisions) {

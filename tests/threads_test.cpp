@@ -60,6 +60,14 @@ const Work kWork[] = {
        s.older.appendAddNewSection(to, true);
        s.older.appendUpdatedSection(to, s.newer, true);
      }},
+    {"comparisons",
+     [](const Shared& s, std::string& to) {
+       const OrvaneComparison comparison(s.older, s.newer);
+       for (const OrvaneDifference& difference : comparison) {
+         difference.forEachFact([&](const OrvaneFact& fact) { to += fact.getName(); });
+       }
+       comparison.appendChangeSections(to, true);
+     }},
     {"applications",
      [](const Shared& s, std::string& to) {
        for (const OrvaneApplication& newer : s.newer) {

@@ -103,6 +103,11 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
 
   /// Orders the applications by name, as bytes.
   void sortByName();
+
+  /// Orders the applications by UPID, those with one UPID by name, as bytes, and those with one
+  /// name too by their items: by address, then ports, then the ends of the ranges. Applications
+  /// that nothing of this tells apart keep their order.
+  void sortByUpid();
   /// @}
 
   /// @name Looking up
@@ -153,9 +158,8 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
 
   /// The changes from this collection, the old state, to `newer`. Applications are compared by UPID
   /// and, for equal UPIDs, by OrvaneApplication::lexItemsLess(), in one walk over both collections
-  /// as they are stored: order both by UPID for the difference of two sets, new applications in the
-  /// same order on both sides: `std::ranges::stable_sort(mapping, {},
-  /// &OrvaneApplication::getUpid)`.
+  /// as they are stored: sortByUpid() both for the difference of two sets. (OrvaneComparison takes
+  /// them in any order, and tells several new applications apart.)
   ///
   /// An old application that differs and has an action other than 0 writes its section with action
   /// 3 followed by that of the first differing newer application of the same UPID with action 4,

@@ -8,6 +8,7 @@
 #include "orvane/app_mapping.h"
 #include "orvane/application.h"
 #include "orvane/collisions.h"
+#include "orvane/comparison.h"
 #include "orvane/findings.h"
 #include "orvane/ini.h"
 #include "orvane/port_counter.h"
