@@ -91,6 +91,34 @@ void addUpdating(const std::string& operation, std::size_t step) {
       [](const auto& older, const auto& newer) { return updatedByHand(older, newer); });
 }
 
+// What differs as a list of pointers, both sides being in order and having the same UPIDs.
+void addComparing(const std::string& operation, std::size_t step) {
+  const auto add = [&](const std::string& way, auto compare) {
+    bench::add(operation, way, data::kSizes, [=](std::int64_t size) {
+      const OrvaneAppMapping older = workload::applications(size);
+      const OrvaneAppMapping newer = step == 0 ? older : workload::changed(older, step);
+      return [=] { return compare(older, newer); };
+    });
+  };
+  add(bench::kLibrary,
+      [](const auto& older, const auto& newer) { return OrvaneComparison(older, newer); });
+  add(bench::kFloor, [](const auto& older, const auto& newer) {
+    std::vector<OrvaneDifference> differences;
+    for (std::size_t i = 0; i < older.size(); ++i) {
+      if (!plain::equal(older[i], newer[i])) differences.push_back({&older[i], &newer[i], true});
+    }
+    return differences;
+  });
+  add("getUpdatedSection",
+      [](const auto& older, const auto& newer) { return older.getUpdatedSection(newer, true); });
+  add("with change sections", [](const auto& older, const auto& newer) {
+    static std::string text;
+    text.clear();
+    OrvaneComparison(older, newer).appendChangeSections(text, true);
+    return text.data();
+  });
+}
+
 // An operation that changes two collections, which restore() makes anew.
 template <typename Collection, typename Operation>
 class Change {
@@ -205,6 +233,9 @@ void bench::addAll() {
   addWriting();
   addUpdating("updated section, 5 % changed", 20);
   addUpdating("updated section, all changed", 1);
+  addComparing("comparison, nothing changed", 0);
+  addComparing("comparison, 5 % changed", 20);
+  addComparing("comparison, all changed", 1);
   addRemoveNew();
   addUpdateNew();
   addSortByName();

@@ -138,6 +138,13 @@ void addKeyed(std::vector<Operation>& operations) {
                return nullptr;
              };
        }},
+      {"OrvaneComparison",
+       [](const Numbers& upids) -> Run {
+         return
+             [older = applications(upids), newer = applications({upids.rbegin(), upids.rend()})] {
+               return std::make_shared<OrvaneComparison>(older, newer);
+             };
+       }},
       {"getCommonPortList",
        withCatalogue([](const auto& catalogue, const auto& upids, const auto&) {
          Numbers common;
