@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
-#include <vector>
+#include <variant>
 
 #include "cli/command.h"
-#include "cli/comparison.h"
 #include "cli/files/failure.h"
 #include "cli/files/output.h"
 #include "cli/files/section_file.h"
@@ -13,6 +13,7 @@
 #include "cli/terminal/json_writer.h"
 #include "cli/terminal/terminal.h"
 #include "cli/terminal/text.h"
+#include "orvane/comparison.h"
 
 namespace orvane::cli {
 namespace {
@@ -32,83 +33,87 @@ struct DiffOptions {
 OrvaneAppMapping readSide(const std::string& path, const DiffOptions& options) {
   OrvaneAppMapping applications = readApplications(path, options.all);
   for (OrvaneApplication& application : applications) {
-    if (application.getAction() == kOrvaneActionNone) {
-      application.setAction(static_cast<tagActionType>(options.assumedAction));
-    }
+    if (application.getAction() == kOrvaneActionNone) application.setAction(options.assumedAction);
   }
-  order(applications);
   return applications;
 }
 
-const char* changeOf(const Difference& difference) {
+const char* changeOf(const OrvaneDifference& difference) {
   if (difference.older == nullptr) return "added";
   return difference.newer == nullptr ? "removed" : "changed";
 }
 
-std::string textOf(const Fact& fact, const Json& value) {
-  if (value.is_number()) return value.dump();
-  const auto& text = value.get_ref<const std::string&>();
-  if (fact.isQuoted) return quote(text);
+bool isMissing(const OrvaneFactValue& value) {
+  return std::holds_alternative<std::monostate>(value);
+}
+
+std::string textOf(tagFact fact, const OrvaneFactValue& value) {
+  if (const auto* const number = std::get_if<std::int64_t>(&value)) return std::to_string(*number);
+  const auto& text = std::get<std::string>(value);
+  if (fact == kOrvaneFactName) return quote(text);
   return text.empty() ? "no ports" : text;
 }
 
-std::string lineOf(const Fact& fact) {
-  std::string line = "  ";
-  if (fact.item != nullptr) {
-    line += fact.item->getIpAddress() == 0 ? "no address" : fact.item->getIpAsString();
-    line += ": ";
+void appendLine(const OrvaneFact& fact, std::string& to) {
+  to += "  ";
+  if (fact.item != nullptr) to += addressOf(*fact.item).value_or("no address") + ": ";
+  to += fact.getName();
+  if (isMissing(fact.before)) {
+    to += " added: " + textOf(fact.fact, fact.after);
+  } else if (isMissing(fact.after)) {
+    to += " removed: " + textOf(fact.fact, fact.before);
+  } else {
+    to += " " + textOf(fact.fact, fact.before) + " -> " + textOf(fact.fact, fact.after);
   }
-  line += fact.name;
-  if (fact.before.is_null()) return line + " added: " + textOf(fact, fact.after) + "\n";
-  if (fact.after.is_null()) return line + " removed: " + textOf(fact, fact.before) + "\n";
-  return line + " " + textOf(fact, fact.before) + " -> " + textOf(fact, fact.after) + "\n";
+  to.push_back('\n');
 }
 
-const char* colourOf(const Difference& difference) {
+const char* colourOf(const OrvaneDifference& difference) {
   if (difference.older == nullptr) return kGreen;
   return difference.newer == nullptr ? kRed : kBold;
 }
 
-void appendSummary(const Difference& difference, const Screen& screen, std::string& to) {
-  const OrvaneApplication& application = difference.either();
-  to += paint(std::string(changeOf(difference)) + " " + upidText(application) + " " +
-                  quote(application.getName()),
-              colourOf(difference), screen) +
-        "\n";
-  for (const Fact& fact : difference.facts) to += lineOf(fact);
-}
-
-void writeFactValue(const Json& value, JsonWriter& json) {
-  if (value.is_null()) {
-    json.value(std::nullopt);
-  } else if (value.is_number()) {
-    json.value(value.get<std::int64_t>());
-  } else {
-    json.value(value.get_ref<const std::string&>());
+void writeSummary(const OrvaneComparison& differences, const Screen& screen, Output& output) {
+  for (const OrvaneDifference& difference : differences) {
+    const OrvaneApplication& application = difference.getEither();
+    output.next() += paint(std::string(changeOf(difference)) + " " + upidText(application) + " " +
+                               quote(application.getName()),
+                           colourOf(difference), screen) +
+                     "\n";
+    difference.forEachFact([&](const OrvaneFact& fact) { appendLine(fact, output.next()); });
   }
 }
 
-void writeFact(const Fact& fact, JsonWriter& json) {
+void writeValue(const char* key, const OrvaneFactValue& value, JsonWriter& json) {
+  json.key(key);
+  if (const auto* const number = std::get_if<std::int64_t>(&value)) {
+    json.value(*number);
+  } else if (const auto* const text = std::get_if<std::string>(&value)) {
+    json.value(*text);
+  } else {
+    json.value(std::nullopt);
+  }
+}
+
+void writeFact(const OrvaneFact& fact, JsonWriter& json) {
   json.object([&] {
     if (fact.item != nullptr) json.member("address", addressOf(*fact.item));
-    json.member("fact", fact.name);
-    json.key("before");
-    writeFactValue(fact.before, json);
-    json.key("after");
-    writeFactValue(fact.after, json);
+    json.member("fact", fact.getName());
+    writeValue("before", fact.before, json);
+    writeValue("after", fact.after, json);
   });
 }
 
-void writeJson(const std::vector<Difference>& differences, Output& output) {
+void writeJson(const OrvaneComparison& differences, Output& output) {
   JsonWriter json(output);
   json.array([&] {
-    for (const Difference& difference : differences) {
+    for (const OrvaneDifference& difference : differences) {
       json.object([&] {
         json.member("change", changeOf(difference));
-        json.member("upid", upidOf(difference.either()));
-        json.member("name", difference.either().getName());
+        json.member("upid", upidOf(difference.getEither()));
+        json.member("name", difference.getEither().getName());
         json.arrayMember("facts", [&] {
-          for (const Fact& fact : difference.facts) writeFact(fact, json);
+          difference.forEachFact([&](const OrvaneFact& fact) { writeFact(fact, json); });
         });
       });
     }
@@ -116,7 +121,7 @@ void writeJson(const std::vector<Difference>& differences, Output& output) {
 }
 
 // Tells how much of the difference the change sections do not tell.
-void noteOmissions(const std::vector<Difference>& differences) {
+void noteOmissions(const OrvaneComparison& differences) {
   const auto note = [&](const char* omission, auto isOmitted) {
     const auto count = std::ranges::count_if(differences, isOmitted);
     if (count == 0) return;
@@ -125,16 +130,16 @@ void noteOmissions(const std::vector<Difference>& differences) {
   };
   note(
       "left out because of the action code; --assume-action 1 gives action 1 to those that carry 0",
-      [](const Difference& difference) {
-        return difference.inSections() && !difference.writesOlder() && !difference.writesNewer();
+      [](const OrvaneDifference& difference) {
+        return difference.inSections && !difference.writesOlder() && !difference.writesNewer();
       });
   note("written without the old state, which carries action 0; --assume-action 1 gives it action 1",
-       [](const Difference& difference) {
-         return difference.inSections() && difference.older != nullptr &&
-                !difference.writesOlder() && difference.writesNewer();
+       [](const OrvaneDifference& difference) {
+         return difference.inSections && difference.older != nullptr && !difference.writesOlder() &&
+                difference.writesNewer();
        });
   note("changed in nothing that change sections tell; --summary lists them",
-       [](const Difference& difference) { return !difference.inSections(); });
+       [](const OrvaneDifference& difference) { return !difference.inSections; });
 }
 
 ExitStatus compareTexts(const DiffOptions& options) {
@@ -143,19 +148,18 @@ ExitStatus compareTexts(const DiffOptions& options) {
   }
   const OrvaneAppMapping older = readSide(options.older, options);
   const OrvaneAppMapping newer = readSide(options.newer, options);
-  const std::vector<Difference> differences = compare(older, newer);
+  const OrvaneComparison differences(older, newer);
   if (!options.summary) noteOmissions(differences);
   requireNothingReported(options.strict);
   Output output(options.output, {options.older, options.newer});
   if (options.json) {
     writeJson(differences, output);
   } else if (options.summary) {
-    const Screen screen = screenFor(options.color, options.output);
-    for (const Difference& difference : differences) {
-      appendSummary(difference, screen, output.next());
-    }
+    writeSummary(differences, screenFor(options.color, options.output), output);
   } else {
-    output.write(changeSections(differences));
+    std::string sections;
+    differences.appendChangeSections(sections, true);
+    output.write(sections);
   }
   output.finish();
   return differences.empty() ? kSuccess : kFound;

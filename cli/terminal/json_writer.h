@@ -1,4 +1,5 @@
-// JSON as every command writes it, one value after the other.
+// JSON as every command writes it, one value after the other: a library that holds each application
+// as a tree of values takes twice as long over apps --json as a whole.
 
 #ifndef ORVANE_CLI_TERMINAL_JSON_WRITER_H_
 #define ORVANE_CLI_TERMINAL_JSON_WRITER_H_

@@ -140,20 +140,6 @@ void appendJsonText(std::string& to, std::string_view text) {
   }
 }
 
-std::string escapeInJson(std::string_view json) {
-  std::string escaped;
-  while (!json.empty()) {
-    const Character character = firstCharacter(json);
-    if (json.front() == '\n' || !isUnsafe(character.code)) {
-      escaped += json.substr(0, character.length);
-    } else {
-      appendUnicodeEscape(escaped, character.code);
-    }
-    json.remove_prefix(character.length);
-  }
-  return escaped;
-}
-
 std::string quote(std::string_view text) {
   return std::string("'").append(escape(text)).append("'");
 }

@@ -22,9 +22,6 @@ std::string escape(std::string_view text);
 // one for each character that was begun, and what the terminal is kept from is escaped there too.
 void appendJsonText(std::string& to, std::string_view text);
 
-// The same escapes for JSON that is written already, where only its line feeds stay.
-std::string escapeInJson(std::string_view json);
-
 // The escaped text in single quotes.
 std::string quote(std::string_view text);
 
