@@ -63,8 +63,10 @@ void requireEntries(const OrvaneAppInfoArray& catalogue, const Upids& upids) {
 OrvaneAppInfoArray select(OrvaneAppInfoArray catalogue, const Upids& upids) {
   if (upids.empty()) return catalogue;
   requireEntries(catalogue, upids);
+  std::string text;
+  catalogue.appendSection(text, upids, true);
   OrvaneAppInfoArray selected;
-  for (const unsigned int upid : upids) selected.add(*catalogue.find(upid));
+  selected.setSection(text);
   return selected;
 }
 
@@ -150,58 +152,81 @@ std::string upidList(const std::string& what, const std::string& list,
   return text.empty() ? text : text + "\n";
 }
 
-// The UPIDs of a catalogue; entries that look-ups do not take are told on standard error.
-Upids upidsOf(const OrvaneAppInfoArray& catalogue, const std::string& name) {
+// What is left out, whose name may hold any bytes.
+void leaveOut(const char* kind, const std::string& what, const char* name,
+              const std::string& reason, OrvaneFindings& findings) {
+  findings.add(
+      {0, kOrvaneFindingError, kind, "UPID", what + " '" + name + "' is left out: " + reason});
+}
+
+// The UPIDs of a catalogue, without entries that look-ups do not take.
+Upids upidsOf(const OrvaneAppInfoArray& catalogue, OrvaneFindings& findings) {
   Upids upids;
   std::set<unsigned int> seen;
   for (const OrvaneAppInfo& entry : catalogue) {
     if (seen.insert(entry.getUPID()).second) {
       upids.push_back(entry.getUPID());
     } else {
-      writeError(name + ": entry " + quote(entry.getFQN()) + " is left out: UPID " +
-                 std::to_string(entry.getUPID()) + " has an earlier entry\n");
+      leaveOut("repeated-upid", "entry", entry.getFQN(),
+               "UPID " + std::to_string(entry.getUPID()) + " has an earlier entry", findings);
     }
   }
+  return upids;
+}
+
+// The UPIDs of applications, each once as in every mapping text, without those that have none.
+Upids upidsOf(const OrvaneAppMapping& applications, OrvaneFindings& findings) {
+  Upids upids;
+  for (const OrvaneApplication& application : applications) {
+    if (application.getUpid() != kOrvaneNoUpid) {
+      upids.push_back(application.getUpid());
+    } else {
+      leaveOut("no-upid", "application", application.getName(), "it has no UPID", findings);
+    }
+  }
+  return upids;
+}
+
+// The UPIDs chosen; when none is, those of what was read from a file, where what is left out is
+// told on standard error.
+template <typename Read>
+Upids chosenOr(const Upids& chosen, const Read& read, const std::string& file, bool all) {
+  if (!chosen.empty()) return chosen;
+  OrvaneFindings findings = findingsToReport(all);
+  const Upids upids = upidsOf(read, findings);
+  reportFindings(inputName(file), findings);
   return upids;
 }
 
 std::string mergedSection(const CatalogueOptions& options, const OrvaneAppInfoArray& catalogue,
                           const Upids& chosen) {
   requireEntries(catalogue, chosen);
-  OrvaneAppMapping applications;  // new ones, which share a number, are no entry's application
-  for (const OrvaneApplication& application : readApplications(options.with, options.all)) {
-    if (application.getUpid() != kOrvaneNoUpid) applications.emplace_back(application);
-  }
-  const Upids upids = chosen.empty() ? upidsOf(catalogue, inputName(options.file)) : chosen;
-  return catalogue.getMergedAppMappingSection(applications, upids, true);
-}
-
-// The UPIDs of applications, each once as in every mapping text; those that have none are told on
-// standard error.
-Upids upidsOf(const OrvaneAppMapping& applications, const std::string& name) {
-  Upids upids;
-  for (const OrvaneApplication& application : applications) {
-    if (application.getUpid() != kOrvaneNoUpid) {
-      upids.push_back(application.getUpid());
-    } else {
-      writeError(name + ": application " + quote(application.getName()) +
-                 " is left out: it has no UPID\n");
-    }
-  }
-  return upids;
+  OrvaneAppMapping applications = readApplications(options.with, options.all);
+  // New ones, which share a number, are no entry's application.
+  std::erase_if(applications, [](const OrvaneApplication& application) {
+    return application.getUpid() == kOrvaneNoUpid;
+  });
+  std::string text;
+  catalogue.appendMergedAppMappingSection(
+      text, applications, chosenOr(chosen, catalogue, options.file, options.all), true);
+  return text;
 }
 
 std::string addedSection(const CatalogueOptions& options, OrvaneAppInfoArray& catalogue,
                          const Upids& chosen) {
-  const std::string name = inputName(options.add);
   const OrvaneAppMapping applications = readApplications(options.add, options.all);
+  std::set<unsigned int> known;
+  for (const OrvaneApplication& application : applications) known.insert(application.getUpid());
   for (const unsigned int upid : chosen) {
-    if (upid == kOrvaneNoUpid || applications.find(upid) == applications.end()) {
-      throw Failure(name + " has no application with UPID " + std::to_string(upid));
+    if (upid == kOrvaneNoUpid || !known.contains(upid)) {
+      throw Failure(inputName(options.add) + " has no application with UPID " +
+                    std::to_string(upid));
     }
   }
-  const Upids upids = chosen.empty() ? upidsOf(applications, name) : chosen;
-  return catalogue.getAppMappingSection(applications, upids, true);
+  std::string text;
+  catalogue.appendAppMappingSection(text, applications,
+                                    chosenOr(chosen, applications, options.add, options.all), true);
+  return text;
 }
 
 // The forms that are not written entry by entry.

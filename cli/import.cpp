@@ -6,6 +6,7 @@
 #include "cli/files/failure.h"
 #include "cli/files/input.h"
 #include "cli/files/output.h"
+#include "cli/files/section_file.h"
 #include "cli/shared_options.h"
 #include "cli/terminal/text.h"
 #include "exchange/services.h"
@@ -18,6 +19,7 @@ struct ImportOptions {
   std::string output;
   std::string firstUpid = "1000";
   std::string form = "apps";
+  bool all = false;
 };
 
 // The first of `count` UPIDs in a row; none of them may be the one that means "none".
@@ -33,27 +35,22 @@ unsigned int firstOf(const std::string& text, std::size_t count) {
   return *first;
 }
 
-void tell(const OrvaneFindings& findings, const Input& input) {
-  for (const OrvaneFinding& finding : findings) {
-    writeError(lineLabel(input, finding.line) + escape(finding.message) + "\n");
-  }
-}
-
 ExitStatus importServices(const ImportOptions& options) {
   const Input input = readInput(options.file);
-  OrvaneFindings skipped;
-  const std::vector<exchange::Service> services = exchange::readServices(input.text, skipped);
-  tell(skipped, input);
-  if (services.empty()) throw Failure(input.name + ": there is no service in it");
+  OrvaneFindings findings = findingsToReport(options.all);
+  const std::vector<exchange::Service> services = exchange::readServices(input.text, findings);
+  if (services.empty()) {
+    reportFindings(input.name, findings);
+    throw Failure(input.name + ": there is no service in it");
+  }
   const unsigned int firstUpid = firstOf(options.firstUpid, services.size());
-  OrvaneFindings cut;
   std::string text;
   if (options.form == "catalogue") {
-    exchange::catalogueOf(services, firstUpid, cut).appendSection(text, true);
+    exchange::catalogueOf(services, firstUpid, findings).appendSection(text, true);
   } else {
-    exchange::applicationsOf(services, firstUpid, cut).appendSection(text, true);
+    exchange::applicationsOf(services, firstUpid, findings).appendSection(text, true);
   }
-  tell(cut, input);
+  reportFindings(input.name, findings);
   writeOutput(text, options.output, {options.file});
   return kSuccess;
 }
@@ -70,6 +67,7 @@ void describeImport(const Command& command) {
                 "UPID of the first, counted up; 1000 if not given");
   services.choice("--as", "FORM", options->form, {"apps", "catalogue"},
                   "apps (if not given) or catalogue");
+  addAll(services, options->all);
   addOutput(services, options->output);
   services.close(
       "Each application has action 1 and one item without address, with the ports of all "

@@ -53,7 +53,7 @@ ExitStatus lintText(const LintOptions& options) {
                        escape(finding.message) + "\n";
     }
     for (const OrvaneFindings::Count& count : findings.getCounts()) {
-      output.next() += restOf(input.name, count);
+      if (count.found > count.kept) output.next() += input.name + ": " + restOf(count) + "\n";
     }
   }
   output.finish();

@@ -8,6 +8,7 @@
 #include "cli/files/failure.h"
 #include "cli/files/input.h"
 #include "cli/files/output.h"
+#include "cli/files/section_file.h"
 #include "cli/shared_options.h"
 #include "cli/terminal/text.h"
 #include "exchange/form_error.h"
@@ -28,6 +29,7 @@ struct TreeOptions {
   std::string upid;
   std::string output;
   bool nodesOnly = false;
+  bool all = false;
 };
 
 using exchange::TreeFile;
@@ -69,18 +71,19 @@ std::string textOf(const Shown& shown) {
   return text;
 }
 
-// The structure of a whole tree, and what is wrong with the file and with that.
-Shown checked(const TreeFile& file, const OrvaneUpidTree& tree, const OrvaneFindings& ofFile) {
+// The structure of a whole tree, and what was found about records and links of it.
+Shown checked(const TreeFile& file, const OrvaneUpidTree& tree, const OrvaneFindings& findings) {
   Shown shown{tree.outline(), {}};
-  for (const OrvaneFinding& finding : ofFile) {
-    shown.findings.push_back(titleOf(finding.key, file.nodes[finding.line - 1]) + ", " +
+  for (const OrvaneFinding& finding : findings) {
+    const bool isOfRecord = finding.line != 0;
+    const OrvaneUpidNode& node = isOfRecord
+                                     ? file.nodes[finding.line - 1]
+                                     : tree[parseDecimal<unsigned int>(finding.key).value_or(0)];
+    shown.findings.push_back(titleOf(finding.key, node) + (isOfRecord ? ", " : ": ") +
                              finding.message);
   }
-  OrvaneFindings ofLinks;
-  tree.addFindings(ofLinks);
-  for (const OrvaneFinding& finding : ofLinks) {
-    const auto upid = parseDecimal<unsigned int>(finding.key).value_or(0);
-    shown.findings.push_back(titleOf(finding.key, tree[upid]) + ": " + finding.message);
+  for (const OrvaneFindings::Count& count : findings.getCounts()) {
+    if (count.found > count.kept) shown.findings.push_back(restOf(count));
   }
   return shown;
 }
@@ -112,11 +115,12 @@ ExitStatus showTree(const TreeOptions& options) {
   if (options.file.empty()) throw Failure("FILE is required");
   const Input input = readBytes(options.file);
   TreeFile file = readForm(input, options.nodesOnly, exchange::readTreeBuffer);
-  OrvaneFindings ofFile;
-  const OrvaneUpidTree tree = exchange::treeOf(file, ofFile);
+  OrvaneFindings findings = findingsToReport(options.all || options.format == "json");
+  const OrvaneUpidTree tree = exchange::treeOf(file, findings);
   Shown shown;
   if (options.upid.empty() && options.children.empty()) {
-    shown = checked(file, tree, ofFile);
+    tree.addFindings(findings);
+    shown = checked(file, tree, findings);
   } else {  // a part has no structure of its own
     select(file, tree, options);
     for (const OrvaneUpidNode& node : file.nodes) shown.places.push_back({&node, nullptr, 0});
@@ -171,6 +175,7 @@ void describeTree(const Command& command) {
   const Option upid = command.text("--upid", "UPID", options->upid, "Only this node");
   command.text("--children", "UPID", options->children, "Only the children of this node")
       .excludes(upid);
+  command.flag("--all", options->all, "Show all findings, not 100 of a kind");
   addOutput(command, options->output);
   describePack(command.subcommand("pack", "Make a tree buffer from JSON or CSV"));
   command.close(

@@ -39,19 +39,20 @@ void reportFindings(const std::string& name, const OrvaneFindings& findings) {
   std::string text;
   for (const OrvaneFinding& finding : findings) {
     if (finding.severity != kOrvaneFindingError) continue;
-    text += name + ":" + std::to_string(finding.line) + ": " + escape(finding.message) + "\n";
+    text += name + (finding.line == 0 ? "" : ":" + std::to_string(finding.line)) + ": " +
+            escape(finding.message) + "\n";
   }
   for (const OrvaneFindings::Count& count : findings.getCounts()) {
-    if (count.severity == kOrvaneFindingError) text += restOf(name, count);
+    if (count.severity != kOrvaneFindingError || count.found == count.kept) continue;
+    text += name + ": " + restOf(count) + "\n";
   }
   writeError(text);
 }
 
-std::string restOf(const std::string& name, const OrvaneFindings::Count& count) {
-  if (count.found == count.kept) return "";
-  return name + ": " + (count.severity == kOrvaneFindingNote ? "note: " : "") +
+std::string restOf(const OrvaneFindings::Count& count) {
+  return std::string(count.severity == kOrvaneFindingNote ? "note: " : "") +
          std::to_string(count.found - count.kept) + " more of kind '" + count.kind +
-         "' (--all shows them)\n";
+         "' (--all shows them)";
 }
 
 OrvaneAppMapping readApplications(const std::string& path, bool all) {

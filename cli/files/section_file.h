@@ -18,8 +18,8 @@ OrvaneFindings findingsToReport(bool all);
 // has no room for is counted.
 void reportFindings(const std::string& name, const OrvaneFindings& findings);
 
-// How many of one kind the list of that input has no room for, as a line; "" when there are none.
-std::string restOf(const std::string& name, const OrvaneFindings::Count& count);
+// How many of one kind a list has no room for, in words.
+std::string restOf(const OrvaneFindings::Count& count);
 
 // The applications of a mapping section text. What is passed over is reported as above. Throws
 // Failure when the text cannot be read, or when it is not empty and yet no group in it is closed.

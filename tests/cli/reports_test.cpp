@@ -59,6 +59,30 @@ TEST_F(ReportsTest, ManyOfOneKindAreCounted) {
       run("catalogue cat").err.ends_with("\ncat: 1 more of kind 'token' (--all shows them)\n"));
   const std::string all = run("catalogue cat --all").err;
   EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 101);
+
+  std::string services = "ssh 22/tcp\n";
+  std::string nodes = "upid,parentUpid\n1,0\n";
+  std::string entries;
+  for (int i = 0; i < 102; ++i) {
+    services += "none\n";
+    nodes += std::to_string(i + 2) + ",999\n";
+    entries += group("UPID=5/FQN=again");
+  }
+  write("services", services);
+  write("t.csv", nodes);
+  write("entries", entries);
+  run("tree pack t.csv --output t");
+  const std::pair<std::string, std::string> more[] = {
+      {"import services services 2>&1 >o", "2 more of kind 'service'"},
+      {"tree t", "2 more of kind 'missing-parent'"},
+      {"catalogue entries --with good 2>&1 >o", "1 more of kind 'repeated-upid'"},
+      {"lint entries", "note: 1 more of kind 'repeated-upid'"},
+  };
+  for (const auto& [command, rest] : more) {
+    const std::string few = run(command).out;
+    EXPECT_NE(few.find(rest + " (--all shows them)\n"), std::string::npos) << command << few;
+    EXPECT_GT(run(command + " --all").out.size(), few.size());
+  }
 }
 
 TEST_F(ReportsTest, StrictWritesNothingWhenAnythingIsReported) {
