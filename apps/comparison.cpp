@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <ranges>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -35,12 +34,12 @@ std::pair<unsigned int, std::string_view> matchKey(const IndexedApplication& ind
   return {indexed.upid, isNew ? nameOf(*indexed.application) : std::string_view()};
 }
 
-// Whether OrvanePortMapping::getDiffAsString() names anything that `newer` has and `older` lacks.
-bool hasMore(const OrvanePortMapping& newer, const OrvanePortMapping& older) {
-  const auto port = newer.ports.upper_bound(0);
-  const auto range = newer.ranges.upper_bound(OrvanePortRange(0, 0));
-  return !std::includes(older.ports.begin(), older.ports.end(), port, newer.ports.end()) ||
-         !std::includes(older.ranges.begin(), older.ranges.end(), range, newer.ranges.end());
+// Whether OrvanePortMapping::getDiffAsString() names anything that `one` has and `other` lacks.
+bool hasMore(const OrvanePortMapping& one, const OrvanePortMapping& other) {
+  const auto port = one.ports.upper_bound(0);
+  const auto range = one.ranges.upper_bound(OrvanePortRange(0, 0));
+  return !std::includes(other.ports.begin(), other.ports.end(), port, one.ports.end()) ||
+         !std::includes(other.ranges.begin(), other.ranges.end(), range, one.ranges.end());
 }
 
 OrvaneFactValue noValue() { return {}; }
@@ -169,17 +168,13 @@ std::vector<const OrvaneApplication*> sideOf(std::span<const OrvaneDifference> d
 // of them. So each begins a part of its own.
 void writeChangeSections(TextOut& out, std::span<const OrvaneDifference> differences,
                          bool closeGroups) {
-  const auto dereferenced = std::views::transform(
-      [](const OrvaneApplication* application) -> const auto& { return *application; });
   while (!differences.empty()) {
     const auto end = std::ranges::find_if(differences.subspan(1), &OrvaneDifference::isNew);
     const auto part = differences.first(static_cast<std::size_t>(end - differences.begin()));
     differences = differences.subspan(part.size());
     const auto older = sideOf(part, &OrvaneDifference::older);
     const auto newer = sideOf(part, &OrvaneDifference::newer);
-    writeChanges(out,
-                 orvane::differences<OrvaneApplication>(older | dereferenced, newer | dereferenced,
-                                                        compareApplications),
+    writeChanges(out, orvane::differences<OrvaneApplication>(older, newer, compareApplications),
                  closeGroups);
   }
 }

@@ -82,8 +82,7 @@ struct Run {
 
 Run run(const Arguments& arguments) {
   std::vector<char*> words;
-  for (const std::string& argument : arguments)
-    words.push_back(const_cast<char*>(argument.c_str()));
+  for (const std::string& word : arguments) words.push_back(const_cast<char*>(word.c_str()));
   words.push_back(nullptr);
   const auto start = std::chrono::steady_clock::now();
   const pid_t child = ::fork();
@@ -110,6 +109,7 @@ double median(std::vector<double> values) {
 
 double median(const std::vector<Run>& runs, double Run::*value) {
   std::vector<double> values;
+  values.reserve(runs.size());
   for (const Run& one : runs) values.push_back(one.*value);
   return median(values);
 }

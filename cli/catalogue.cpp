@@ -193,7 +193,7 @@ template <typename Read>
 Upids chosenOr(const Upids& chosen, const Read& read, const std::string& file, bool all) {
   if (!chosen.empty()) return chosen;
   OrvaneFindings findings = findingsToReport(all);
-  const Upids upids = upidsOf(read, findings);
+  Upids upids = upidsOf(read, findings);
   reportFindings(inputName(file), findings);
   return upids;
 }

@@ -4,7 +4,7 @@
 #define ORVANE_PORTS_DIFFERENCES_H_
 
 #include <compare>
-#include <ranges>
+#include <span>
 #include <vector>
 
 namespace orvane {
@@ -63,7 +63,9 @@ bool forEachPair(const Sequence& older, const Sequence& newer, Key key, Take tak
     const std::strong_ordering order = a == older.end()   ? std::strong_ordering::greater
                                        : b == newer.end() ? std::strong_ordering::less
                                                           : key(*a) <=> key(*b);
-    if (!take(order <= 0 ? &*a++ : nullptr, order >= 0 ? &*b++ : nullptr)) return false;
+    const auto* const one = std::is_lteq(order) ? &*a++ : nullptr;
+    const auto* const other = std::is_gteq(order) ? &*b++ : nullptr;
+    if (!take(one, other)) return false;
   }
   return true;
 }
@@ -75,32 +77,45 @@ struct Differences {
   std::vector<const T*> newer;
 };
 
+// What an element of a list of objects, or of pointers to them, stands for.
+template <typename T>
+const T& objectOf(const T& element) {
+  return element;
+}
+template <typename T>
+const T& objectOf(const T* element) {
+  return *element;
+}
+
 // As two standard set differences would list it, one from each side. One walk serves the two, which
 // compares only once, until elements that are each less than the other send the walks separate
-// ways.
+// ways. The lists are of objects or of pointers to them.
 template <typename T, typename List, typename Compare>
 Differences<T> differences(const List& older, const List& newer, Compare compare) {
   Differences<T> result;
+  const auto compareObjects = [&](const auto& a, const auto& b) {
+    return compare(objectOf(a), objectOf(b));
+  };
   auto a = older.begin();
   auto b = newer.begin();
   while (a != older.end() && b != newer.end()) {
-    const Order order = compare(*a, *b);
+    const Order order = compareObjects(*a, *b);
     if (order.less && order.greater) break;
     if (order.less) {
-      result.older.push_back(&*a++);
+      result.older.push_back(&objectOf(*a++));
     } else if (order.greater) {
-      result.newer.push_back(&*b++);
+      result.newer.push_back(&objectOf(*b++));
     } else {
       ++a;
       ++b;
     }
   }
-  const std::ranges::subrange restOfOlder(a, older.end());
-  const std::ranges::subrange restOfNewer(b, newer.end());
-  forEachMissing(restOfOlder, restOfNewer, compare,
-                 [&](const T& missing) { result.older.push_back(&missing); });
-  forEachMissing(restOfNewer, restOfOlder, compare,
-                 [&](const T& missing) { result.newer.push_back(&missing); });
+  const std::span restOfOlder(a, older.end());
+  const std::span restOfNewer(b, newer.end());
+  forEachMissing(restOfOlder, restOfNewer, compareObjects,
+                 [&](const auto& missing) { result.older.push_back(&objectOf(missing)); });
+  forEachMissing(restOfNewer, restOfOlder, compareObjects,
+                 [&](const auto& missing) { result.newer.push_back(&objectOf(missing)); });
   return result;
 }
 

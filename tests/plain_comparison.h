@@ -108,8 +108,9 @@ inline std::vector<Sides<OrvaneApplication>> differingIn(const OrvaneAppMapping&
     const bool isNew = application.getUpid() == kOrvaneNoUpid;
     return byKey[{application.getUpid(), isNew ? application.getName() : ""}];
   };
-  for (const OrvaneApplication& application : older)
+  for (const OrvaneApplication& application : older) {
     listOf(application).first.push_back(&application);
+  }
   for (const OrvaneApplication& application : newer) {
     listOf(application).second.push_back(&application);
   }

@@ -1,6 +1,7 @@
 #include "cli/terminal/table.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "cli/terminal/text.h"
 
@@ -26,9 +27,12 @@ void appendWrapped(std::string& to, std::string_view list, std::size_t column, s
 
 }  // namespace
 
-Table::Table(const Cells& heading, const std::string& listHeading, const Screen& screen)
-    : heading_(heading), listHeading_(listHeading), screen_(screen), widths_(heading.size()) {
-  measure(heading);
+Table::Table(Cells heading, std::string listHeading, const Screen& screen)
+    : heading_(std::move(heading)),
+      listHeading_(std::move(listHeading)),
+      screen_(screen),
+      widths_(heading_.size()) {
+  measure(heading_);
 }
 
 void Table::measure(const Cells& cells) {

@@ -19,7 +19,7 @@ class Table {
  public:
   using Cells = std::vector<std::string>;  // of all columns but the last
 
-  Table(const Cells& heading, const std::string& listHeading, const Screen& screen);
+  Table(Cells heading, std::string listHeading, const Screen& screen);
 
   // Makes room for these cells.
   void measure(const Cells& cells);

@@ -71,7 +71,7 @@ struct ORVANE_EXPORT OrvaneDifference {
   /// in the order of tagFact, then those of its items, by address: of an item that both sides have
   /// ports that are gone, ports that came, ranges by their ends, block number, selector info. One
   /// that was added or removed has a fact for each of its items. What `take` throws leaves the
-  /// operation, and so does std::bad_alloc.
+  /// operation, and so does std::bad_alloc, after the facts that it had by then.
   void forEachFact(const std::function<void(const OrvaneFact&)>& take) const;
 
   /// All of these at once.
@@ -101,7 +101,8 @@ class ORVANE_EXPORT OrvaneComparison : public std::vector<OrvaneDifference> {
   /// No differences.
   OrvaneComparison() = default;
 
-  /// The differences from `older` to `newer`. REQUIRES: both outlive it.
+  /// The differences from `older` to `newer`, which must be there as long as the comparison: no
+  /// temporary ones.
   OrvaneComparison(const OrvaneAppMapping& older, const OrvaneAppMapping& newer);
   OrvaneComparison(const OrvaneAppMapping&&, const OrvaneAppMapping&) = delete;
   OrvaneComparison(const OrvaneAppMapping&, const OrvaneAppMapping&&) = delete;
