@@ -3,6 +3,7 @@
 #ifndef ORVANE_PORTS_WATCHER_H_
 #define ORVANE_PORTS_WATCHER_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <set>
@@ -157,11 +158,8 @@ class Reporter {
   static constexpr std::size_t kCertainlyFits = 9;  // digits, in 32 bits
 
   static bool isShortNumber(std::string_view text) {
-    if (text.empty() || text.size() > kCertainlyFits) return false;
-    for (const char c : text) {
-      if (c < '0' || c > '9') return false;
-    }
-    return true;
+    return !text.empty() && text.size() <= kCertainlyFits &&
+           std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
   }
 
   template <typename Message>
