@@ -24,7 +24,7 @@ _orvane() {
       tree) words="--nodes --format --upid --children --output" ;;
       "tree pack") words="--nodes --output" ;;
       "import services") words="--first-upid --as --output" ;;
-      lint) words="--json --output" ;;
+      lint) words="--json --all --output" ;;
     esac
     words+=" --help"
   else
