@@ -174,8 +174,7 @@ class ORVANE_EXPORT OrvaneAppMapping : public std::vector<OrvaneApplication> {
   /// OrvaneApplication::setSection()), which is added as add() does: so the groups of one UPID, or
   /// of one GroupID without UPID, are united under the fields of the first. A group with neither
   /// gives an application of its own, with an identifier that none before it has, counted up from
-  /// one that is drawn. Pairs after the
-  /// last terminator line are dropped.
+  /// one that is drawn. Pairs after the last terminator line are dropped.
   void setSection(const char* text);
   void setSection(std::string_view text);
 

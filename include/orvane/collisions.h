@@ -10,8 +10,8 @@
 
 /// What an item and another one, or a counter, both have on an address.
 struct ORVANE_EXPORT OrvaneCollision {
-  const OrvaneApplication* application = nullptr;  ///< whose item it is
-  const OrvanePortMapping* item = nullptr;
+  const OrvaneApplication* application = nullptr;       ///< whose item it is
+  const OrvanePortMapping* item = nullptr;              ///< of that application
   const OrvaneApplication* otherApplication = nullptr;  ///< null for a counter
   const OrvanePortMapping* otherItem = nullptr;         ///< null for a counter
   /// Where the other one has the ports; 0 is every address.

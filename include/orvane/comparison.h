@@ -29,7 +29,7 @@ using OrvaneFactValue = std::variant<std::monostate, std::int64_t, std::string>;
 
 /// One fact that differs.
 struct ORVANE_EXPORT OrvaneFact {
-  tagFact fact = kOrvaneFactName;
+  tagFact fact = kOrvaneFactName;  ///< of which kind it is
   /// The item that it is about: the newer one, or, where that is missing, the older one. Null for a
   /// fact of the application itself.
   const OrvanePortMapping* item = nullptr;
@@ -49,8 +49,8 @@ struct ORVANE_EXPORT OrvaneFact {
 /// One application that differs: added when it has no older side, removed when it has no newer one,
 /// else changed.
 struct ORVANE_EXPORT OrvaneDifference {
-  const OrvaneApplication* older = nullptr;
-  const OrvaneApplication* newer = nullptr;
+  const OrvaneApplication* older = nullptr;  ///< null when it was added
+  const OrvaneApplication* newer = nullptr;  ///< null when it was removed
   /// Whether it was added or removed, or any of its facts is of a kind that change sections look
   /// at.
   bool inSections = false;
