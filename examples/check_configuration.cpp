@@ -13,27 +13,22 @@ int main(int argc, char** argv) {
   std::ifstream file(argv[1]);
   const std::string text(std::istreambuf_iterator<char>(file), {});
   OrvaneAppMapping configuration;
-  configuration.setSection(text.c_str());
+  configuration.setSection(text);
 
   OrvanePortMapping host;
   host.setIp("10.0.0.1");
   OrvanePortCounter used;
   used.add(argv[2]);
-  OrvanePortCounter usedByHost;
-  usedByHost.addSocket(host.getIpAddress(), argv[3]);
+  used.addSocket(host.getIpAddress(), argv[3]);
 
-  int status = 0;
-  for (const OrvaneApplication& application : configuration) {
-    for (const OrvanePortMapping& item : application.getItems()) {
-      // An item without address is on every address.
-      const bool isOnHost = item.getIpAddress() == 0 || item == host;
-      const bool collides = used.checkPorts(item.getPorts()) != 0 ||
-                            used.checkRanges(item.getRanges()) ||
-                            (isOnHost && usedByHost.checkSocket(host.getIpAddress(), item, false));
-      if (!collides) continue;
-      std::cout << application.getName() << " collides: " << item.getMappingAsString() << "\n";
-      status = 1;
-    }
+  const OrvaneCollisions collisions(configuration, used);
+  for (const OrvaneCollision& collision : collisions) {
+    std::string line = collision.application->getName();
+    line += collision.otherAddress == 0 ? " collides everywhere, " : " collides on 10.0.0.1, ";
+    collision.item->appendMapping(line);
+    line += ": ";
+    collision.appendPorts(line);
+    std::cout << line << "\n";
   }
-  return status;
+  return collisions.empty() ? 0 : 1;
 }
