@@ -21,9 +21,9 @@ _orvane() {
         words="--upid --expand --json --section --with --add --known --unknown --all --color"
         words+=" --output"
         ;;
-      tree) words="--nodes --format --upid --children --output" ;;
+      tree) words="--nodes --format --upid --children --all --output" ;;
       "tree pack") words="--nodes --output" ;;
-      "import services") words="--first-upid --as --output" ;;
+      "import services") words="--first-upid --as --all --output" ;;
       lint) words="--json --all --output" ;;
     esac
     words+=" --help"
