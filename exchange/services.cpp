@@ -27,11 +27,10 @@ std::optional<unsigned short> parsePort(std::string_view text) {
   return port == 0 ? std::nullopt : port;
 }
 
-// Shows both names whole: they may differ at their ends alone.
 void reportCut(const Service& service, const char* name, OrvaneFindings& findings) {
   if (name == service.name) return;
   findings.add({service.line, kOrvaneFindingError, "service-name", "",
-                "'" + service.name + "' is cut to '" + name + "'"});
+                inQuotes(service.name) + " is cut to " + inQuotes(name)});
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ std::vector<Service> readServices(std::string_view text, OrvaneFindings& finding
 
 // An application or a catalogue entry for each service, with the UPIDs from `firstUpid` on and, in
 // applications, identifiers that equal them; so the same services always give the same. A name that
-// the library cuts is reported, of the kind "service-name", with all of it in the message.
+// the library cuts is reported, of the kind "service-name".
 // REQUIRES: no UPID that this gives is 0 or kOrvaneNoUpid.
 OrvaneAppMapping applicationsOf(const std::vector<Service>& services, unsigned int firstUpid,
                                 OrvaneFindings& findings);

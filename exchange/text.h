@@ -37,7 +37,7 @@ inline std::string inQuotes(std::string_view text) {
   // A character is not cut into pieces.
   std::size_t end = kMost;
   while (end > kMost - 3 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80) --end;
-  return std::string("'").append(text.substr(0, end)).append("'...");
+  return std::string("'").append(text.substr(0, end)).append("...'");
 }
 
 }  // namespace orvane::exchange

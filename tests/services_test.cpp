@@ -48,7 +48,7 @@ TEST(Services, BecomeApplicationsAndEntries) {
       {"domain", 3, {53, 853}}, {std::string(40, 'n'), 4, {7}}, {std::string(300, 'n'), 5, {8}}};
   const std::string cut =
       "4 service-name '" + std::string(40, 'n') + "' is cut to '" + std::string(31, 'n') + "'\n";
-  const std::string much = "5 service-name '" + std::string(300, 'n') + "' is cut to '";
+  const std::string much = "5 service-name '" + std::string(80, 'n') + "...' is cut to '";
   OrvaneFindings findings;
   const OrvaneAppMapping applications = applicationsOf(services, 70, findings);
   EXPECT_EQ(show(findings), cut + much + std::string(31, 'n') + "'\n");

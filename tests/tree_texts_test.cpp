@@ -58,7 +58,7 @@ TEST(TreeTexts, SayWhatIsMalformed) {
       {"#header,1,2,3,4,5,6,7,x\nupid\n", "1: word 'x' is no number"},
       {"#header,1,2,3,4,5,6,7,8\n#header,1,2,3,4,5,6,7,8\n", "2: this is a second header"},
       {"upid\n" + std::string(79, 'x') + "\xC3\xA9y\n",  // cut before a character
-       "2: upid '" + std::string(79, 'x') + "'... is no number"},
+       "2: upid '" + std::string(79, 'x') + "...' is no number"},
   };
   for (const auto& [text, error] : csv) {
     EXPECT_EQ(errorOf(readTreeCsv, text), error) << text;

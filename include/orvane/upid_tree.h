@@ -147,6 +147,13 @@ class ORVANE_EXPORT OrvaneUpidTree : public std::map<unsigned int, OrvaneUpidNod
   ///   - "unreachable": no root reaches it.
   /// A chain that breaks off or leads back is not counted.
   void addFindings(OrvaneFindings& findings) const;
+
+  /// All of them, as a list of their own.
+  OrvaneFindings findings() const {
+    OrvaneFindings found;
+    addFindings(found);
+    return found;
+  }
   /// @}
 
   /// The header of the last tree buffer read: the number of nodes in it, the UPID of TCP, the UPID
