@@ -34,9 +34,9 @@ enum ApplicationField : std::size_t {
 using ApplicationRecord = Record<kSelectorTypeInfo + 1>;
 using ApplicationGroup = SectionGroup<kGroupId + 1>;
 
-inline constexpr std::array<std::string_view, kGroupId + 1> kApplicationKeys = {
-    "PortRange",        "IPv4",   "Action", "SelectorType", "UPID", "ApplName", "UniqueBlockNumber",
-    "SelectorTypeInfo", "GroupID"};
+inline constexpr auto kApplicationKeys = std::to_array<std::string_view>(
+    {"PortRange", "IPv4", "Action", "SelectorType", "UPID", "ApplName", "UniqueBlockNumber",
+     "SelectorTypeInfo", "GroupID"});
 
 // The way to an application whose identifier is known.
 struct ApplicationAccess {

@@ -26,9 +26,11 @@ Place placeOfNode(std::size_t number) { return {0, "node " + std::to_string(numb
 class KeyCheck : public nlohmann::json_sax<Json> {
  public:
   bool key(string_t& key) override {
-    if (open_.back().insert(key).second) return true;
-    const Place place = open_.size() == 2 ? placeOfNode(nodes_) : Place();
-    place.fail("a second key " + inQuotes(key));
+    if (!open_.back().insert(key).second) {
+      const Place place = open_.size() == 2 ? placeOfNode(nodes_) : Place();
+      place.fail("a second key " + inQuotes(key));
+    }
+    return true;
   }
   bool start_object(std::size_t /*elements*/) override {
     open_.emplace_back();
