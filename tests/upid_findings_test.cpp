@@ -196,7 +196,14 @@ TEST(UpidFindings, OfLinks) {
       {{{1, 0, 0, 3}}, "1\n", "count '1' it counts 3 children, but 0 are linked\n"},
       {{{1, 0, 2, 1}, {2, 1, 0, 0, 3}, {3, 1}},
        "1\n 2<1\n",
-       "count '1' it counts 1 children, but 2 are linked\n"},
+       "count '1' it counts 1 children, but 2 are linked\n"
+       "unreachable '3' no root reaches it\n"},
+      // A link too many does not keep a root from being one.
+      {{{1, 0, 2, 1}, {2, 1, 0, 0, 3}, {3, 0, 0, 0, 4}, {4, 1, 0, 0, 0}},
+       "1\n 2<1\n3\n",
+       "parent '3' its parent is 0, but it is a child of 1\n"
+       "count '1' it counts 1 children, but 3 are linked\n"
+       "unreachable '4' no root reaches it\n"},
       {{{1}, {2, 3, 3, 1}, {3, 2, 2, 1}},
        "1\n",
        "unreachable '2' no root reaches it\nunreachable '3' no root reaches it\n"},

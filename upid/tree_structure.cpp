@@ -65,6 +65,7 @@ class TreeWalk {
   struct Visit {
     const OrvaneUpidNode* node;
     unsigned int upid;
+    bool isLinked = false;  // from a root on; a link too many does not reach it
     bool isReached = false;
     bool isClosing = false;
   };
@@ -85,7 +86,7 @@ class TreeWalk {
   }
 
   void draw(Visit& root) {
-    root.isReached = true;
+    root.isLinked = root.isReached = true;
     pending_.push_back({&root, nullptr, 0});
     while (!pending_.empty()) {
       const Pending next = pending_.back();
@@ -123,19 +124,22 @@ class TreeWalk {
         child->isClosing = true;
         break;
       }
-      if (child->isReached) {
+      if (child->isLinked) {
         watch_.add(from->upid, "cycle",
                    [&] { return link() + " is linked already: a cycle or a second parent"; });
         return;
       }
-      child->isReached = true;
+      child->isLinked = true;
       if (child->node->parentUpid != parent.upid) {
         watch_.add(upid, "parent", [&] {
           return "its parent is " + std::to_string(child->node->parentUpid) +
                  ", but it is a child of " + std::to_string(parent.upid);
         });
       }
-      if (counted == 0 || count < counted) pending_.push_back({child, parent.node, depth});
+      if (counted == 0 || count < counted) {
+        child->isReached = true;
+        pending_.push_back({child, parent.node, depth});
+      }
       ++count;
       from = child;
     }
