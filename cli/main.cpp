@@ -5,6 +5,7 @@
 #include <csignal>
 #include <exception>
 #include <new>
+#include <optional>
 #include <string>
 
 #include "cli/command.h"
@@ -29,15 +30,16 @@ constexpr std::array kSubcommands = {
     Subcommand{"lint", "Report what is skipped, cut or misread when a text is read", describeLint},
 };
 
-int fail(const CommandLine& line, const std::string& reason) {
-  writeError(line.calledName() + ": " + reason + "\n");
+int fail(const std::optional<CommandLine>& line, const std::string& reason) {
+  writeError((line ? line->calledName() : "orvane") + ": " + reason + "\n");
   return kUnusable;
 }
 
 int run(int argc, char** argv) {
-  CommandLine line(kSubcommands);
+  std::optional<CommandLine> line;
   try {
-    return line.run(argc, argv);
+    line.emplace(kSubcommands);
+    return line->run(argc, argv);
   } catch (const std::bad_alloc&) {
     // What was being made of the input is gone by now, so there is room for these words.
     const std::string& input = lastInputName();
