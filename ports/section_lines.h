@@ -113,8 +113,6 @@ class SectionGroup {
   // REQUIRES: holds(key).
   std::string_view operator[](std::size_t key) const { return values_[key]; }
 
-  std::string_view nameOf(std::size_t key) const { return names_[key]; }
-
   // Takes the values that another group holds in the place of its own.
   void overlay(const SectionGroup& other) {
     for (std::size_t key = 0; key < kKeys; ++key) {
