@@ -59,12 +59,8 @@ void ApplicationReporter::ignored(const Fields& fields, ApplicationField field,
 
 void ApplicationReporter::replaced(const ApplicationGroup& group, const ApplicationGroup& before) {
   for (const ApplicationField field : {kAction, kSelectorType, kUpid, kApplName, kGroupId}) {
-    if (!group.holds(field) || !before.holds(field) || group[field] == before[field]) continue;
-    const bool isAdded = note("replaced", kApplicationKeys[field], group[field].data(), [&] {
-      return std::string(kApplicationKeys[field]) + " " + quoted(group[field]) +
-             " takes the place of that at line ";
-    });
-    if (isAdded) mentionLine(before[field].data());
+    if (!group.holds(field) || !before.holds(field)) continue;
+    Reporter::replaced(kApplicationKeys[field], group[field], before[field]);
   }
 }
 

@@ -33,7 +33,13 @@ void readSection(std::string_view text, OrvaneAppInfo& entry, Watcher& watcher) 
   const orvane::AppInfoKeys keys = orvane::currentKeys();
   orvane::SectionLines lines(text);
   OrvaneAppInfo read(entry);
-  for (orvane::AppInfoGroup group(keys); group.read(lines, watcher);) {
+  orvane::AppInfoGroup group(keys);
+  orvane::AppInfoGroup last = group;
+  while (group.read(lines, watcher)) {
+    if constexpr (Watcher::kWatches) {
+      watcher.replaced(group, last);
+      last.overlay(group);
+    }
     orvane::readFields(group, read, watcher);
   }
   entry = std::move(read);

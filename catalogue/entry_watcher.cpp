@@ -62,4 +62,11 @@ void EntryReporter::entry(const AppInfoGroup& group) {
   if (isAdded) mentionLine(first, kRest.size());
 }
 
+void EntryReporter::replaced(const AppInfoGroup& group, const AppInfoGroup& before) {
+  for (std::size_t field = 0; field < kAppInfoFields; ++field) {
+    if (!group.holds(field) || !before.holds(field)) continue;
+    Reporter::replaced(kEntryKeys[field], group[field], before[field]);
+  }
+}
+
 }  // namespace orvane

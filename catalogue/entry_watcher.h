@@ -57,6 +57,9 @@ class EntryReporter : public Reporter {
   void elementDropped(const OrvanePort& element, const OrvanePort& held);
   void entry(const AppInfoGroup& group);
 
+  // The values that a section of an entry gives in the place of those of the sections before it.
+  void replaced(const AppInfoGroup& group, const AppInfoGroup& before);
+
  private:
   FirstByKey<const char*> firstByUpid_;  // where the value of the first entry's UPID is
 };

@@ -86,6 +86,14 @@ void Reporter::repeatedKey(std::string_view key, std::string_view value, std::st
   if (isAdded && isKnown) mentionLine(taken.data());
 }
 
+void Reporter::replaced(std::string_view key, std::string_view value, std::string_view before) {
+  if (value == before) return;
+  const bool isAdded = note("replaced", key, value.data(), [=] {
+    return std::string(key) + " " + quoted(value) + " takes the place of that at line ";
+  });
+  if (isAdded) mentionLine(before.data());
+}
+
 void Reporter::closed(std::string_view line, bool isLast, bool isEmpty) {
   groupStart_ = nullptr;
   if (line.ends_with('\r')) carriageReturn(line);

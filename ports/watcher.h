@@ -97,6 +97,9 @@ class Reporter {
   void closed(std::string_view line, bool isLast, bool isEmpty);
   void end();
 
+  // A value that takes the place of that of an earlier group.
+  void replaced(std::string_view key, std::string_view value, std::string_view before);
+
   void number(std::string_view key, std::string_view text) {
     if (!isShortNumber(text)) checkNumber(key, text, false);
   }

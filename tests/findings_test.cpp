@@ -80,6 +80,10 @@ TEST(Findings, EveryReaderTellsItsOwn) {
        "4 cut-off : 'cut' has no \"=\" and so closes the group, but no line feed follows: the text "
        "may have been cut off\n"},
       {[](auto& f) {
+         OrvaneAppInfo().setSectionReported("PortRange=1\nFQN=a\n;\n;\nPortRange=2\nFQN=a\n;\n", f);
+       },
+       "5n replaced PortRange: PortRange '2' takes the place of that at line 1\n"},
+      {[](auto& f) {
          EXPECT_TRUE(
              OrvanePortMapping().setValuesReported(bytesOf(record("80,z/1.2.3/x/") + "ab"), f));
          EXPECT_FALSE(OrvanePortMapping().setValuesReported(bytesOf("80"), f));

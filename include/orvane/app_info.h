@@ -171,8 +171,8 @@ class ORVANE_EXPORT OrvaneAppInfo {
   void setSection(const char* text);
   void setSection(std::string_view text);
 
-  /// setSection(text) that adds to `findings` what is dropped, ignored, cut or read as something
-  /// else than it seems to be, by line.
+  /// setSection(text) that adds to `findings` what is dropped, ignored, cut, replaced or read as
+  /// something else than it seems to be, by line.
   void setSectionReported(std::string_view text, OrvaneFindings& findings);
 
   /// The section text. Replaces the text of getPorts() too.
