@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <string_view>
@@ -34,7 +33,8 @@ void rejectNul(std::string_view block, std::size_t offset, const std::string& na
 }
 
 // What is no text is noticed at the block that says so, before room is made for the rest. Blocks
-// are small enough to be copied while the processor still holds them.
+// are small enough to be copied while the processor still holds them, and lie on the heap: where
+// the stack cannot grow, the process would be ended without a word.
 Input readAll(const std::string& path, bool isText) {
   const bool standard = path == "-";
   Input input{inputName(path), {}};
@@ -42,7 +42,7 @@ Input readAll(const std::string& path, bool isText) {
   const File file(standard ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (!file.isOpen()) failAsErrno("cannot read " + input.name);
   startProgress(input.name);
-  std::array<char, 1U << 17U> room;
+  std::string room(std::size_t{1} << 17U, '\0');
   for (;;) {
     const ssize_t count = ::read(file.descriptor(), room.data(), room.size());
     if (count == 0) return input;

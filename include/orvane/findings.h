@@ -37,7 +37,8 @@ struct OrvaneFinding {
 /// found by then.
 ///
 /// A list can be told how many findings of one kind and severity it keeps, so that its size does
-/// not grow with what is wrong: those found after that many are counted. Several threads may use
+/// not grow with what is wrong: those found after that many are counted. What the vector brings
+/// along leaves the counts as they are: assign a new list to start over. Several threads may use
 /// lists of their own at once, and one while none changes it.
 class ORVANE_EXPORT OrvaneFindings : public std::vector<OrvaneFinding> {
  public:
