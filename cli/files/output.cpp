@@ -4,8 +4,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
@@ -21,6 +23,23 @@ namespace orvane::cli {
 namespace {
 
 bool isReported = false;
+
+// The path of the file that is to take a place but has not yet. A signal that ends the process
+// takes that file along; no more than one is written at a time.
+std::atomic<const char*> unfinished = nullptr;
+
+void removeUnfinished(int signal) {
+  const char* const path = unfinished;
+  if (path != nullptr) ::unlink(path);
+  std::signal(signal, SIG_DFL);
+  std::raise(signal);
+}
+
+void watchSignals() {
+  for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+    if (std::signal(signal, &removeUnfinished) == SIG_IGN) std::signal(signal, SIG_IGN);
+  }
+}
 
 bool writeAll(int descriptor, std::string_view text) {
   while (!text.empty()) {
@@ -86,11 +105,16 @@ void requireReplaceable(const std::string& name, const Status& existing,
 class Replacement {
  public:
   explicit Replacement(std::string target)
-      : target_(std::move(target)), path_(target_ + ".XXXXXX"), file_(::mkstemp(path_.data())) {}
+      : target_(std::move(target)), path_(target_ + ".XXXXXX"), file_(::mkstemp(path_.data())) {
+    if (!file_.isOpen()) return;
+    unfinished = path_.c_str();
+    watchSignals();
+  }
   Replacement(const Replacement&) = delete;
   Replacement& operator=(const Replacement&) = delete;
   ~Replacement() {
     if (file_.isOpen() && !committed_) ::unlink(path_.c_str());
+    unfinished = nullptr;
   }
 
   bool isOpenWith(mode_t mode) const {

@@ -33,8 +33,8 @@ struct OrvaneFinding {
 /// The findings of one reading or of several, in the order of the lines of each; walk, index and
 /// size it as the vector that it is. Every operation of an object that reads a section text, a port
 /// list, a record or a buffer of several nodes has a twin with `Reported` in its name, which does
-/// the same and adds what it finds to such a list. When memory runs out, the list may hold what was
-/// found by then.
+/// the same and adds what it finds to such a list. When memory runs out, such an operation leaves
+/// its object as the one without the name does, and the list may hold what was found by then.
 ///
 /// A list can be told how many findings of one kind and severity it keeps, so that its size does
 /// not grow with what is wrong: those found after that many are counted. What the vector brings

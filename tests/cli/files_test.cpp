@@ -29,6 +29,18 @@ class FilesTest : public CommandTest {
   const std::string text_ = group("UPID=1/GroupID=1/PortRange=80");
 };
 
+// Ended while it writes: the name of the file beside the output is not known, but it is gone.
+TEST_F(FilesTest, LeaveNothingUnfinishedWhenASignalEndsTheCommand) {
+  std::string text;
+  for (int upid = 0; upid < 50000; ++upid) text += group("UPID=" + std::to_string(upid));
+  write("large", text);
+  write("kept", "old");
+  const std::ptrdiff_t before = files();
+  run("apps --json large --output kept & "
+      "while kill -0 $! && ! ls kept.*; do :; done; kill -TERM $!; wait");
+  EXPECT_EQ(files(), before + 3);  // what a run reads and writes
+}
+
 TEST_F(FilesTest, UnusableInputAndUsage) {
   write("nul", std::string("UPID=1\n\0;\n", 10));
   write("open", "UPID=1\n");
