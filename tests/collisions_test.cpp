@@ -42,14 +42,16 @@ OrvaneAppMapping sample() {
 }
 
 TEST(Collisions, AreWithinACollectionOnceForEachPair) {
-  EXPECT_EQ(show(OrvaneCollisions(sample())),
+  const OrvaneAppMapping applications = sample();
+  EXPECT_EQ(show(OrvaneCollisions(applications)),
             "1@7 2@0: 8005\n"
             "1@7 3@7: 443\n"
             "2@0 3@8: 22\n");
-  EXPECT_EQ(show(OrvaneCollisions(collection({makeApplication(1, "", {makeItem(7, "80")}),
-                                              makeApplication(1, "", {makeItem(7, "80")})}))),
-            "1@7 1@7: 80\n");
-  EXPECT_EQ(show(OrvaneCollisions(OrvaneAppMapping())), "");
+  const OrvaneAppMapping twice = collection(
+      {makeApplication(1, "", {makeItem(7, "80")}), makeApplication(1, "", {makeItem(7, "80")})});
+  EXPECT_EQ(show(OrvaneCollisions(twice)), "1@7 1@7: 80\n");
+  const OrvaneAppMapping none;
+  EXPECT_EQ(show(OrvaneCollisions(none)), "");
 }
 
 TEST(Collisions, AreWithAnotherCollection) {
@@ -68,7 +70,8 @@ TEST(Collisions, AreWithAnotherCollection) {
             "3@8 9@8: 81\n");
   const OrvaneAppMapping same = collection({makeApplication(1, "", {makeItem(7, "80")})});
   EXPECT_EQ(show(OrvaneCollisions(same, same)), "1@7 1@7: 80\n");
-  EXPECT_EQ(show(OrvaneCollisions(same, OrvaneAppMapping())), "");
+  const OrvaneAppMapping none;
+  EXPECT_EQ(show(OrvaneCollisions(same, none)), "");
 }
 
 OrvaneSock socketOf(unsigned int address, unsigned int number, const OrvanePortRange& range = {}) {
@@ -80,14 +83,15 @@ OrvaneSock socketOf(unsigned int address, unsigned int number, const OrvanePortR
 }
 
 TEST(Collisions, AreWithWhatIsInUse) {
+  const OrvaneAppMapping applications = sample();
   plain::Walk used;
-  EXPECT_EQ(show(OrvaneCollisions(sample(), used)), "");
+  EXPECT_EQ(show(OrvaneCollisions(applications, used)), "");
   used.add("80,22,8001-8002");
   used.addSocket(8, "79,22");
   used.addSocket(7, "8005,8004");
   used.addSocket(9, "8005");
   const std::string onEvery = "1@7 @0: 80,8001-8002\n";
-  EXPECT_EQ(show(OrvaneCollisions(sample(), used)),
+  EXPECT_EQ(show(OrvaneCollisions(applications, used)),
             "1@7 @7: 8004-8005\n" + onEvery +
                 "2@0 @7: 8005\n2@0 @8: 22\n2@0 @9: 8005\n2@0 @0: 22\n2@7 @0: 22\n"
                 "3@8 @8: 22,79\n3@8 @0: 22,80\n");
@@ -97,7 +101,7 @@ TEST(Collisions, AreWithWhatIsInUse) {
   used.sockets = {socketOf(7, 0, {8003, 8006}), socketOf(7, 0, {8020, 8009}),
                   socketOf(7, 443, {1, 9999}), socketOf(0, 0, {8, 80}), socketOf(0, 443)};
   used.ports = {81};
-  EXPECT_EQ(show(OrvaneCollisions(sample(), used)),
+  EXPECT_EQ(show(OrvaneCollisions(applications, used)),
             "1@7 @7: 443,8003-8006\n1@7 @0: 80,443\n2@0 @7: 8005\n2@0 @0: 22\n2@7 @0: 22\n"
             "3@7 @7: 443\n3@7 @0: 443\n3@8 @0: 22,79-81\n");
 }
@@ -124,8 +128,9 @@ TEST(Collisions, JoinPorts) {
       item.setRanges(ranges);
       OrvanePortMapping all = makeItem(kHighest);
       all.setRanges({{0, 40}, {41, kHighest}});
-      const OrvaneCollisions collisions(collection({makeApplication(1, "", {item})}),
-                                        collection({makeApplication(2, "", {all})}));
+      const OrvaneAppMapping one = collection({makeApplication(1, "", {item})});
+      const OrvaneAppMapping other = collection({makeApplication(2, "", {all})});
+      const OrvaneCollisions collisions(one, other);
       const bool isFound = address != 1 && inCommon != nullptr;
       ASSERT_EQ(collisions.size(), isFound ? 1U : 0U);
       std::string text = "before ";

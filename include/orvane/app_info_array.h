@@ -99,7 +99,8 @@ class ORVANE_EXPORT OrvaneAppInfoArray {
   void setSectionReported(std::string_view text, OrvaneFindings& findings);
 
   /// Whether a section text is that of a catalogue rather than of applications, by the keys that
-  /// only one of them has.
+  /// only one of them has, as they are named until a caller renames them; the first that decide it
+  /// count.
   static bool isCatalogue(std::string_view text);
 
   /// The section texts of all entries.

@@ -47,16 +47,23 @@ class ORVANE_EXPORT OrvaneCollisions : public std::vector<OrvaneCollision> {
   /// Within a collection: the items of each application with those of the applications after it. So
   /// each pair of items is there once, under the first of both; those of one application never
   /// collide.
+  /// REQUIRES: the collection outlives it.
   explicit OrvaneCollisions(const OrvaneAppMapping& applications);
+  explicit OrvaneCollisions(const OrvaneAppMapping&&) = delete;
 
   /// The items of a collection with those of another one. (A collection compared with itself so
   /// collides item by item.)
+  /// REQUIRES: both outlive it.
   OrvaneCollisions(const OrvaneAppMapping& applications, const OrvaneAppMapping& others);
+  OrvaneCollisions(const OrvaneAppMapping&&, const OrvaneAppMapping&) = delete;
+  OrvaneCollisions(const OrvaneAppMapping&, const OrvaneAppMapping&&) = delete;
 
   /// The items of a collection with what is in use. The others are the sockets of each address,
   /// ascending, and then what is in use on every address: ports, ranges, and the sockets of address
   /// 0. A socket counts with its port number or, while that is 0, with the range that it carries.
+  /// REQUIRES: the collection outlives it.
   OrvaneCollisions(const OrvaneAppMapping& applications, const OrvanePortCounter& used);
+  OrvaneCollisions(const OrvaneAppMapping&&, const OrvanePortCounter&) = delete;
 };
 
 #endif  // ORVANE_COLLISIONS_H_
