@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "fuzz.h"
-#include "tests/plain_comparison.h"
+#include "plain_comparison.h"
 
 namespace {
 

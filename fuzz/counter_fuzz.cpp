@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "fuzz.h"
-#include "tests/plain_collisions.h"
+#include "plain_collisions.h"
 #include "tests/plain_counter.h"
 
 namespace {

@@ -4,7 +4,6 @@
 #include <limits>
 #include <string>
 
-#include "plain_collisions.h"
 #include "plain_counter.h"
 #include "sample.h"
 
@@ -138,61 +137,6 @@ TEST(Collisions, JoinPorts) {
       EXPECT_EQ(text, std::string("before ") + (isFound ? inCommon : ""));
     }
   }
-}
-
-// Items that mostly share ports: dense or sparse, nested, inverted and endless ranges.
-OrvanePortMapping randomItem(Random& random, unsigned int spread) {
-  OrvanePortMapping item = makeItem(random.below(4));
-  for (unsigned int count = random.below(4); count > 0; --count) {
-    item.getPorts().insert(static_cast<unsigned short>(random.below(spread)));
-  }
-  for (unsigned int count = random.below(4); count > 0; --count) {
-    const unsigned int start = random.below(spread);
-    unsigned int end = start + random.below(spread / 4);
-    if (random.below(8) == 0) end = random.below(2) == 0 ? kHighest : random.below(spread);
-    item.getRanges().insert(OrvanePortRange(start, end));
-  }
-  return item;
-}
-
-OrvaneAppMapping randomCollection(Random& random, unsigned int spread) {
-  OrvaneAppMapping mapping;
-  for (unsigned int count = random.below(7); count > 0; --count) {
-    OrvaneApplication application = makeApplication(random.below(5));
-    for (unsigned int items = random.below(5); items > 0; --items) {
-      application.addItem(randomItem(random, spread));
-    }
-    mapping.addEx(application);
-  }
-  return mapping;
-}
-
-plain::Walk randomCounter(Random& random, unsigned int spread) {
-  plain::Walk used;
-  const OrvanePortMapping everywhere = randomItem(random, spread);
-  used.ports = everywhere.getPorts();
-  used.ranges = everywhere.getRanges();
-  for (unsigned int count = random.below(8); count > 0; --count) {
-    const unsigned int start = random.below(spread);
-    const bool hasNumber = random.below(2) == 0;
-    used.sockets.insert(socketOf(random.below(4), hasNumber ? random.below(spread) : 0,
-                                 {start, start + random.below(9) - 1}));
-  }
-  return used;
-}
-
-TEST(Collisions, AreThoseOfTheWalkOverEverything) {
-  std::size_t found = 0;
-  for (unsigned int seed = 0; seed < 10000 && !HasFailure(); ++seed) {
-    Random random(seed);
-    const unsigned int spread = seed % 2 == 0 ? 24 : 200;
-    const OrvaneAppMapping applications = randomCollection(random, spread);
-    EXPECT_TRUE(plain::areFound(applications)) << seed;
-    EXPECT_TRUE(plain::areFound(applications, randomCollection(random, spread))) << seed;
-    EXPECT_TRUE(plain::areFound(applications, randomCounter(random, spread))) << seed;
-    found += OrvaneCollisions(applications).size();
-  }
-  EXPECT_GT(found, 10000U);
 }
 
 // One by one, the pairs of the first application would take seconds.

@@ -1,16 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <iterator>
-#include <random>
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "orvane/orvane.h"
-#include "plain_comparison.h"
 #include "sample.h"
+#include "shown_comparison.h"
 
 namespace {
 
@@ -124,57 +120,6 @@ TEST(Comparison, MatchesApplications) {
   }
 }
 
-TEST(Comparison, IsThatOfAPlainWalk) {
-  Random random(11);
-  std::size_t differences = 0;
-  for (int round = 0; round < 3000; ++round) {
-    OrvaneAppMapping older = random.mapping();
-    OrvaneAppMapping newer = random.below(2) == 0 ? random.mapping() : older;
-    for (unsigned int count = random.below(3); count > 0; --count) {
-      newer.addEx(random.application());
-      older.addEx(random.application());
-    }
-    std::shuffle(newer.begin(), newer.end(), std::minstd_rand(random.below(1000)));
-    const std::string before = show(older) + "to\n" + show(newer);
-    const std::string expected = plain::comparison(older, newer);
-    const bool close = random.below(2) == 0;
-    const std::string sections = plain::changeSections(older, newer, close);
-
-    const OrvaneComparison comparison(older, newer);
-    ASSERT_EQ(plain::show(comparison), expected) << before;
-    std::string to = "before ";
-    comparison.appendChangeSections(to, close);
-    ASSERT_EQ(to, "before " + sections) << before;
-    for (const OrvaneDifference& difference : comparison) {
-      const std::vector<OrvaneFact> facts = difference.getFacts();
-      ASSERT_EQ(difference.inSections, difference.older == nullptr || difference.newer == nullptr ||
-                                           std::ranges::any_of(facts, &OrvaneFact::isInSections));
-    }
-    ASSERT_EQ(show(older) + "to\n" + show(newer), before);
-    differences += comparison.size();
-  }
-  EXPECT_GT(differences, 5000U);
-}
-
-TEST(Comparison, ReplacesNoText) {
-  OrvanePortMapping item = makeItem(1, "7,8-9");
-  const std::vector<const char*> texts = {item.getMappingAsString().c_str(),
-                                          makeOne(1, "A", kOrvaneActionAdd).getSection(true),
-                                          makeOne(1, "A", kOrvaneActionAdd).getDeleteSection(true),
-                                          item.getDiffAsString(makeItem(1, "11")).c_str(),
-                                          item.getPortsAsString().c_str(),
-                                          item.getRanges().begin()->getRange()};
-  const std::vector<std::string> before = {texts.begin(), texts.end()};
-  const OrvaneAppMapping older =
-      collect({makeOne(1, "A", kOrvaneActionAdd, "1,2-3"), makeOne(2, "B", kOrvaneActionAdd, "1")});
-  const OrvaneAppMapping newer = collect({makeOne(1, "C", kOrvaneActionAdd, "4,1-3,5-6")});
-  const OrvaneComparison comparison(older, newer);
-  EXPECT_EQ(comparison.front().getFacts().size(), 4U);
-  std::string to;
-  comparison.appendChangeSections(to, true);
-  EXPECT_EQ(std::vector<std::string>(texts.begin(), texts.end()), before);
-}
-
 // What change sections write of a difference is what the action codes let them write.
 TEST(Comparison, TellsWhichSidesAreWritten) {
   constexpr auto kNone = kOrvaneActionNone;
@@ -243,17 +188,26 @@ TEST(Comparison, WritesTheUpdatedSectionWhatsoeverTheOrder) {
   EXPECT_EQ(text, newer.back().getSection(true));
 }
 
+// By UPID, then name, then items; what is alike stays in its order.
 TEST(Comparison, SortsByUpid) {
-  Random random(12);
-  for (int round = 0; round < 1000; ++round) {
-    OrvaneAppMapping mapping = random.mapping();
-    for (const OrvaneApplication& application : random.mapping()) mapping.addEx(application);
-    for (int id = 0; OrvaneApplication & application : mapping) application.setID(++id);
-    OrvaneAppMapping sorted = mapping;
-    sorted.sortByUpid();
-    plain::sortByUpid(mapping);
-    ASSERT_EQ(show(sorted), show(mapping));
+  const OrvaneApplication inOrder[] = {makeOne(0, "Z", kOrvaneActionNone),
+                                       makeOne(7, "", kOrvaneActionNone, "9"),
+                                       makeOne(7, "A", kOrvaneActionNone, ""),
+                                       makeOne(7, "A", kOrvaneActionNone, "1,2"),
+                                       makeOne(7, "A", kOrvaneActionNone, "1,2,4-5"),
+                                       makeOne(7, "A", kOrvaneActionNone, "1,3"),
+                                       makeOne(7, "A", kOrvaneActionNone, "1,3"),
+                                       makeOne(7, "a", kOrvaneActionNone, ""),
+                                       makeOne(0x80000000, "A", kOrvaneActionNone),
+                                       makeOne(kOrvaneNoUpid, "A", kOrvaneActionNone)};
+  OrvaneAppMapping expected;
+  expected.assign(std::begin(inOrder), std::end(inOrder));
+  OrvaneAppMapping mapping;
+  for (const std::size_t place : {9U, 5U, 3U, 8U, 0U, 2U, 7U, 6U, 4U, 1U}) {
+    mapping.addEx(inOrder[place]);
   }
+  mapping.sortByUpid();
+  EXPECT_EQ(show(mapping), show(expected));
 }
 
 }  // namespace

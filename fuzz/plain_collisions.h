@@ -1,8 +1,8 @@
 // Collisions, found by comparing everything with everything: what the library's way has to give as
 // well.
 
-#ifndef ORVANE_TESTS_PLAIN_COLLISIONS_H_
-#define ORVANE_TESTS_PLAIN_COLLISIONS_H_
+#ifndef ORVANE_FUZZ_PLAIN_COLLISIONS_H_
+#define ORVANE_FUZZ_PLAIN_COLLISIONS_H_
 
 #include <algorithm>
 #include <cstdint>
@@ -119,4 +119,4 @@ bool areFound(const OrvaneAppMapping& applications, const Others& others) {
 
 }  // namespace plain
 
-#endif  // ORVANE_TESTS_PLAIN_COLLISIONS_H_
+#endif  // ORVANE_FUZZ_PLAIN_COLLISIONS_H_

@@ -1,18 +1,18 @@
 // The comparison of collections, worded step by step: what the library's has to give as well.
 
-#ifndef ORVANE_TESTS_PLAIN_COMPARISON_H_
-#define ORVANE_TESTS_PLAIN_COMPARISON_H_
+#ifndef ORVANE_FUZZ_PLAIN_COMPARISON_H_
+#define ORVANE_FUZZ_PLAIN_COMPARISON_H_
 
 #include <algorithm>
 #include <map>
 #include <string>
 #include <tuple>
 #include <utility>
-#include <variant>
 #include <vector>
 
 #include "orvane/comparison.h"
-#include "plain_collection.h"
+#include "tests/plain_collection.h"
+#include "tests/shown_comparison.h"
 
 namespace plain {
 
@@ -39,13 +39,6 @@ inline void sortByUpid(OrvaneAppMapping& mapping) {
 // The two sides of whatever has one key, either of which may be missing.
 template <typename T>
 using Sides = std::pair<const T*, const T*>;
-
-// A fact as shown by its name, what it was and what it is.
-inline std::string factLine(const OrvanePortMapping* item, const std::string& name,
-                            const std::string& before, const std::string& after) {
-  const std::string address = item == nullptr ? "" : std::to_string(item->getIpAddress()) + " ";
-  return "  " + address + name + ": " + before + " -> " + after + "\n";
-}
 
 inline std::string factsOf(const Sides<OrvanePortMapping>& sides) {
   const auto [older, newer] = sides;
@@ -131,36 +124,11 @@ inline std::vector<Sides<OrvaneApplication>> differingIn(const OrvaneAppMapping&
   return differing;
 }
 
-inline std::string header(const OrvaneApplication* older, const OrvaneApplication* newer) {
-  return (older == nullptr   ? "added "
-          : newer == nullptr ? "removed "
-                             : "changed ") +
-         std::to_string((older != nullptr ? older : newer)->getUpid()) + "\n";
-}
-
 // What a comparison has to show.
 inline std::string comparison(const OrvaneAppMapping& older, const OrvaneAppMapping& newer) {
   std::string text;
   for (const auto& sides : differingIn(older, newer)) {
     text += header(sides.first, sides.second) + factsOf(sides);
-  }
-  return text;
-}
-
-// What it shows.
-inline std::string show(const OrvaneComparison& comparison) {
-  struct {
-    std::string operator()(std::monostate /*none*/) const { return "none"; }
-    std::string operator()(std::int64_t number) const { return std::to_string(number); }
-    std::string operator()(const std::string& text) const { return text; }
-  } valueText;
-  std::string text;
-  for (const OrvaneDifference& difference : comparison) {
-    text += header(difference.older, difference.newer);
-    for (const OrvaneFact& fact : difference.getFacts()) {
-      text += factLine(fact.item, fact.getName(), std::visit(valueText, fact.before),
-                       std::visit(valueText, fact.after));
-    }
   }
   return text;
 }
@@ -187,4 +155,4 @@ inline std::string changeSections(const OrvaneAppMapping& older, const OrvaneApp
 
 }  // namespace plain
 
-#endif  // ORVANE_TESTS_PLAIN_COMPARISON_H_
+#endif  // ORVANE_FUZZ_PLAIN_COMPARISON_H_
