@@ -5,39 +5,32 @@ namespace {
 
 using ServicesTest = CommandTest;
 
-TEST_F(ServicesTest, OneApplicationPerName) {
-  write("services",
-        "# a comment\n"
-        "\n"
-        "domain  53/tcp  nameserver\t# an alias\n"
-        "syslog\t514/udp\r\n"
-        "domain 53/udp\n"
-        "  domain 853/tcp\n");
+TEST_F(ServicesTest, JoinsTheLinesOfANameAndReportsOthers) {
+  const std::string name(40, 'n');
+  write(
+      "services",
+      "# a comment\n\ndomain  53/tcp  nameserver\t# an alias\nsyslog\t514/udp\r\ndomain 53/udp\n" +
+          name +
+          " 65535/sctp\nnothing\nword x/tcp\nzero 0/tcp\nlarge 65536/tcp\nopen 1/\n"
+          "signed +7/tcp\n  domain 853/tcp\n#domain 9/tcp");
   const Result result = run("import services services --first-upid 70");
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.err, "");
-  const std::string fields = "IPv4=\nAction=1\nSelectorType=1\n";
-  const std::string itemFields = "UniqueBlockNumber=4294967295\nSelectorTypeInfo=0\n";
-  EXPECT_EQ(result.out, "PortRange=53,853\n" + fields + "UPID=70\nApplName=domain\n" + itemFields +
-                            "GroupID=70\n;\n" + "PortRange=514\n" + fields +
-                            "UPID=71\nApplName=syslog\n" + itemFields + "GroupID=71\n;\n");
-}
-
-TEST_F(ServicesTest, ReportsMalformedLinesAndCutNames) {
-  const std::string name(40, 'n');
-  write("services", "nothing\nword x/tcp\nzero 0/tcp\nlarge 65536/tcp\nopen 1/\n" + name +
-                        " 7/tcp\nsigned +7/tcp\n");
-  const Result result = run("import services services");
-  EXPECT_EQ(result.status, 0);
-  EXPECT_NE(result.out.find("UPID=1000\nApplName=" + name.substr(0, 31) + "\n"), std::string::npos);
-  const std::string noPort = " is no port from 1 to 65535 with a protocol\n";
+  const auto application = [](const std::string& ports, const std::string& upid,
+                              const std::string& shown) {
+    return group("PortRange=" + ports + "/IPv4=/Action=1/SelectorType=1/UPID=" + upid +
+                 "/ApplName=" + shown +
+                 "/UniqueBlockNumber=4294967295/SelectorTypeInfo=0/GroupID=" + upid);
+  };
+  EXPECT_EQ(result.out, application("53,853", "70", "domain") + application("514", "71", "syslog") +
+                            application("65535", "72", name.substr(0, 31)));
+  std::string reports = "services:7: skipped: 'nothing' has no port\n";
+  int line = 8;
+  for (const std::string port : {"x/tcp", "0/tcp", "65536/tcp", "1/", "+7/tcp"}) {
+    reports += "services:" + std::to_string(line++) + ": skipped: '" + port +
+               "' is no port from 1 to 65535 with a protocol\n";
+  }
   EXPECT_EQ(result.err,
-            "services:1: skipped: 'nothing' has no port\n"
-            "services:2: skipped: 'x/tcp'" +
-                noPort + "services:3: skipped: '0/tcp'" + noPort +
-                "services:4: skipped: '65536/tcp'" + noPort + "services:5: skipped: '1/'" + noPort +
-                "services:7: skipped: '+7/tcp'" + noPort + "services:6: '" + name +
-                "' is cut to '" + name.substr(0, 31) + "'\n");
+            reports + "services:6: '" + name + "' is cut to '" + name.substr(0, 31) + "'\n");
 }
 
 TEST_F(ServicesTest, KeepsUpidsBelowTheOneThatMeansNone) {
