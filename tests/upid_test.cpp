@@ -13,7 +13,7 @@
 
 namespace {
 
-using Links = std::vector<std::pair<unsigned int, unsigned int>>;
+using Siblings = std::vector<std::pair<unsigned int, unsigned int>>;
 
 std::string written(const OrvaneUpidNode& node) {
   OrvaneUpidArray array;
@@ -228,7 +228,7 @@ TEST(UpidTree, NeverInsertsWhenLookingUp) {
 TEST(UpidTree, WritesTheChildrenOfANode) {
   const struct {
     unsigned int firstChild, numOfChildren;
-    Links siblings;
+    Siblings siblings;
     std::vector<unsigned int> children;
   } cases[] = {
       {0, 2, {{0, 2}, {2, 0}}, {}},                  // none
