@@ -10,6 +10,8 @@
 namespace orvane::cli {
 namespace {
 
+constexpr std::string_view kHexDigits = "0123456789abcdef";
+
 // The character that a text begins with. One that is no well-formed UTF-8 is a byte of its own.
 struct Character {
   std::size_t length = 1;

@@ -12,8 +12,6 @@
 
 namespace orvane::cli {
 
-inline constexpr std::string_view kHexDigits = "0123456789abcdef";
-
 // Fits a text from outside for a terminal: control characters, those that reorder a line, bytes
 // that are no UTF-8, and the backslash itself are escaped.
 std::string escape(std::string_view text);
