@@ -7,7 +7,7 @@
 #include <orvane/orvane.h>
 
 #include <algorithm>
-#include <charconv>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -112,6 +112,16 @@ inline bool equal(const OrvaneApplication& a, const OrvaneApplication& b) {
          std::ranges::equal(a.getItems(), b.getItems(), sameItem);
 }
 
+// Two digits of each number below a hundred.
+inline constexpr auto kPairs = [] {
+  std::array<char, 200> pairs{};
+  for (std::size_t i = 0; i < 100; ++i) {
+    pairs[2 * i] = static_cast<char>('0' + i / 10);
+    pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
+  }
+  return pairs;
+}();
+
 // Writes to memory that is known to suffice.
 class Pen {
  public:
@@ -121,14 +131,35 @@ class Pen {
     std::memcpy(next_, text.data(), text.size());
     next_ += text.size();
   }
-  template <typename Number>
-  void number(Number number) {
-    next_ = std::to_chars(next_, next_ + 12, number).ptr;
+  // Two digits at a time.
+  void number(unsigned int number) {
+    if (number >= 10000) {
+      this->number(number / 10000);
+      pair(number % 10000 / 100);
+      pair(number % 100);
+    } else if (number >= 100) {
+      this->number(number / 100);
+      pair(number % 100);
+    } else if (number >= 10) {
+      pair(number);
+    } else {
+      character(static_cast<char>('0' + number));
+    }
+  }
+  void number(int number) {
+    if (number < 0) character('-');
+    const auto bits = static_cast<unsigned int>(number);
+    this->number(number < 0 ? -bits : bits);
   }
   void character(char c) { *next_++ = c; }
   char* next() const { return next_; }
 
  private:
+  void pair(unsigned int number) {
+    std::memcpy(next_, kPairs.data() + std::size_t{2} * number, 2);
+    next_ += 2;
+  }
+
   char* next_;
 };
 

@@ -80,14 +80,15 @@ std::size_t differenceByHand(const data::Difference& lists, std::string& text) {
   return static_cast<std::size_t>(pen.next() - text.data());
 }
 
-void addDifference() {
-  bench::add(data::kDifference, bench::kLibrary, data::kLongSizes, [](std::int64_t size) {
-    return [lists = data::difference(size)] {
+void addDifference(const data::Kind& kind) {
+  const std::string operation = data::kDifference + kind.name;
+  bench::add(operation, bench::kLibrary, kind.sizes, [=](std::int64_t size) {
+    return [lists = data::difference(kind, size)] {
       return lists.older.getDiffAsString(lists.newer).size();
     };
   });
-  bench::add(data::kDifference, bench::kFloor, data::kLongSizes, [](std::int64_t size) {
-    return [lists = data::difference(size), text = std::string()]() mutable {
+  bench::add(operation, bench::kFloor, kind.sizes, [=](std::int64_t size) {
+    return [lists = data::difference(kind, size), text = std::string()]() mutable {
       return differenceByHand(lists, text);
     };
   });
@@ -97,6 +98,8 @@ void addDifference() {
 
 void bench::addAll() {
   for (const data::Kind& kind : {data::kShort, data::kOrdered, data::kRandom}) addReading(kind);
-  for (const data::Kind& kind : {data::kShort, data::kOrdered}) addWriting(kind);
-  addDifference();
+  for (const data::Kind& kind : {data::kShort, data::kFew, data::kOrdered, data::kMixed}) {
+    addWriting(kind);
+  }
+  for (const data::Kind& kind : {data::kOrdered, data::kMixed}) addDifference(kind);
 }

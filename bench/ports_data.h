@@ -3,7 +3,9 @@
 #ifndef ORVANE_BENCH_PORTS_DATA_H_
 #define ORVANE_BENCH_PORTS_DATA_H_
 
+#include <algorithm>
 #include <numeric>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -64,17 +66,6 @@ inline Lists randomList(std::int64_t size) {
   return {list};
 }
 
-inline const bench::Sizes kShortSizes = {100, 1000, 10000, 100000};
-inline const bench::Sizes kLongSizes = {1000, 3000, 10000, 30000};
-
-inline const Kind kShort = {"short", kShortSizes, shortLists};
-inline const Kind kOrdered = {"long, ordered", kLongSizes, orderedList};
-inline const Kind kRandom = {"long, in random order", kLongSizes, randomList};
-
-inline const std::string kRead = "port list read, ";
-inline const std::string kWritten = "port list written, ";
-inline const std::string kDifference = "port difference text";
-
 inline OrvanePortMapping read(const std::string& list) {
   OrvanePortMapping mapping;
   mapping.setPorts(list);
@@ -87,14 +78,70 @@ inline std::vector<OrvanePortMapping> read(const Lists& lists) {
   return mappings;
 }
 
+// Lists of one to ten items, two of three of them ports, of as many digits as it comes. No range
+// lies within another.
+inline Lists fewItems(std::int64_t size) {
+  workload::Random random(2);
+  const auto number = [&] {
+    const unsigned int digits = workload::pick(random, 1, 16);
+    return workload::pick(random, 1U << (digits - 1), (1U << digits) - 1);
+  };
+  Lists lists;
+  for (std::int64_t made = 0; made < size;) {
+    Lists items(workload::pick(random, 1, 10));
+    for (std::string& item : items) {
+      const unsigned int first = number();
+      item = std::to_string(first);
+      if (workload::pick(random, 1, 3) == 1) {
+        item += '-' + std::to_string(first + workload::pick(random, 1, 500));
+      }
+    }
+    const std::string list = join(items);
+    if (!std::ranges::is_sorted(read(list).getRanges(), {}, &OrvanePortRange::getStart)) continue;
+    made += static_cast<std::int64_t>(items.size());
+    lists.push_back(list);
+  }
+  return lists;
+}
+
+// Two ports of three, at random places, and ranges of two between all of them.
+inline Lists mixedList(std::int64_t size) {
+  workload::Random random(3);
+  const auto ranges = static_cast<unsigned int>(size / 3);
+  const unsigned int step = 65536 / ranges;
+  std::set<unsigned int> ports;
+  while (ports.size() < 2 * ranges) ports.insert(workload::pick(random, 1, 65535));
+  Lists items;
+  for (unsigned int start = 1; start < ranges * step; start += step) {
+    items.push_back(std::to_string(start) + '-' + std::to_string(start + 1));
+  }
+  // Behind the ranges, which swallow those before them.
+  for (const unsigned int port : ports) items.push_back(std::to_string(port));
+  return {join(items)};
+}
+
+inline const bench::Sizes kShortSizes = {100, 1000, 10000, 100000};
+inline const bench::Sizes kLongSizes = {1000, 3000, 10000, 30000};
+inline const bench::Sizes kMixedSizes = {1000, 4000, 15000, 60000};
+
+inline const Kind kShort = {"short", kShortSizes, shortLists};
+inline const Kind kOrdered = {"long, ordered", kLongSizes, orderedList};
+inline const Kind kFew = {"of 1 to 10 items", kShortSizes, fewItems};
+inline const Kind kMixed = {"long, mixed", kMixedSizes, mixedList};
+inline const Kind kRandom = {"long, in random order", kLongSizes, randomList};
+
+inline const std::string kRead = "port list read, ";
+inline const std::string kWritten = "port list written, ";
+inline const std::string kDifference = "port difference text, ";
+
 // What is missing in every second item of a list.
 struct Difference {
   OrvanePortMapping older;
   OrvanePortMapping newer;
 };
 
-inline Difference difference(std::int64_t size) {
-  Difference result = {{}, read(orderedList(size).front())};
+inline Difference difference(const Kind& kind, std::int64_t size) {
+  Difference result = {{}, read(kind.make(size).front())};
   bool held = false;
   for (const unsigned short port : result.newer.getPorts()) {
     if ((held = !held)) result.older.getPorts().insert(port);

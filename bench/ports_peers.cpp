@@ -1,6 +1,8 @@
 // Port list texts, by what others wrote.
 
-#include <fmt/format.h>
+#include <fmt/compile.h>
+
+#include <algorithm>
 
 #include "intervals.h"
 #include "plain.h"
@@ -20,18 +22,30 @@ void addReading(const data::Kind& kind) {
   });
 }
 
+// Ports and ranges, both in order, merged; the formats are compiled in.
+void write(const plain::Item& item, fmt::memory_buffer& text) {
+  const auto out = std::back_inserter(text);
+  auto range = item.ranges.begin();
+  const auto writeRange = [&] {
+    fmt::format_to(out, FMT_COMPILE("{}-{},"), range->start, range->end);
+    ++range;
+  };
+  for (const unsigned short port : item.ports) {
+    while (range != item.ranges.end() && range->start < port) writeRange();
+    fmt::format_to(out, FMT_COMPILE("{},"), port);
+  }
+  while (range != item.ranges.end()) writeRange();
+}
+
 void addWriting(const data::Kind& kind) {
-  bench::add(data::kWritten + kind.name, "fmt", kind.sizes, [=](std::int64_t size) {
+  bench::add(data::kWritten + kind.name, "structs, fmt", kind.sizes, [=](std::int64_t size) {
     std::vector<plain::Item> items;
     for (const auto& mapping : data::read(kind.make(size))) items.push_back(plain::itemOf(mapping));
     return [=, text = fmt::memory_buffer()]() mutable {
       std::size_t length = 0;
       for (const plain::Item& item : items) {
         text.clear();
-        fmt::format_to(std::back_inserter(text), "{}", fmt::join(item.ports, ","));
-        for (const plain::Range& range : item.ranges) {
-          fmt::format_to(std::back_inserter(text), ",{}-{}", range.start, range.end);
-        }
+        write(item, text);
         length += text.size();
       }
       return length;
@@ -39,9 +53,10 @@ void addWriting(const data::Kind& kind) {
   });
 }
 
-void addDifference() {
-  bench::add(data::kDifference, "Boost.ICL", data::kLongSizes, [](std::int64_t size) {
-    const data::Difference lists = data::difference(size);
+void addDifference(const data::Kind& kind) {
+  const std::string operation = data::kDifference + kind.name;
+  bench::add(operation, "Boost.ICL", kind.sizes, [=](std::int64_t size) {
+    const data::Difference lists = data::difference(kind, size);
     return [older = intervals::read(lists.older.getPortsAsString()),
             newer = intervals::read(lists.newer.getPortsAsString())] {
       fmt::memory_buffer text;
@@ -52,12 +67,33 @@ void addDifference() {
       return text.size();
     };
   });
+  bench::add(operation, "set_difference, fmt", kind.sizes, [=](std::int64_t size) {
+    const data::Difference lists = data::difference(kind, size);
+    return [older = plain::itemOf(lists.older), newer = plain::itemOf(lists.newer),
+            text = fmt::memory_buffer()]() mutable {
+      plain::Item missing;
+      std::ranges::set_difference(newer.ports, older.ports, std::back_inserter(missing.ports));
+      std::ranges::set_difference(newer.ranges, older.ranges, std::back_inserter(missing.ranges),
+                                  {}, &plain::Range::end, &plain::Range::end);
+      const auto out = std::back_inserter(text);
+      text.clear();
+      for (const unsigned short port : missing.ports) {
+        fmt::format_to(out, FMT_COMPILE("{},"), port);
+      }
+      for (const auto& [start, end] : missing.ranges) {
+        fmt::format_to(out, FMT_COMPILE("{}-{},"), start, end);
+      }
+      return text.size();
+    };
+  });
 }
 
 }  // namespace
 
 void bench::addPeers() {
   for (const data::Kind& kind : {data::kShort, data::kOrdered, data::kRandom}) addReading(kind);
-  for (const data::Kind& kind : {data::kShort, data::kOrdered}) addWriting(kind);
-  addDifference();
+  for (const data::Kind& kind : {data::kShort, data::kFew, data::kOrdered, data::kMixed}) {
+    addWriting(kind);
+  }
+  for (const data::Kind& kind : {data::kOrdered, data::kMixed}) addDifference(kind);
 }

@@ -3,6 +3,7 @@
 #ifndef ORVANE_PORTS_RESULTS_H_
 #define ORVANE_PORTS_RESULTS_H_
 
+#include <array>
 #include <cstddef>
 #include <string>
 
@@ -44,7 +45,10 @@ enum class Result : std::size_t {
 
 // The string of an operation. It is never destroyed, since destructors of a caller's globals may
 // still read it.
-std::string& resultText(Result result);
+inline std::string& resultText(Result result) {
+  static auto& texts = *new std::array<std::string, static_cast<std::size_t>(Result::kCount)>();
+  return texts[static_cast<std::size_t>(result)];
+}
 
 }  // namespace orvane
 
