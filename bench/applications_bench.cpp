@@ -51,17 +51,28 @@ void addReportedReading() {
       [](OrvaneAppMapping& mapping, std::string_view text) { mapping.setSection(text); });
 }
 
-void addWriting() {
-  bench::add(data::kWritten, bench::kLibrary, data::kSizes, [](std::int64_t size) {
-    return [mapping = workload::applications(size)] { return mapping.getSection(true); };
+// The floor keeps the room of its text, or begins anew.
+void addWriting(const std::string& operation, bool anew) {
+  bench::add(operation, bench::kLibrary, data::kSizes, [=](std::int64_t size) {
+    return [=, mapping = workload::applications(size)] {
+      std::string text;
+      if (anew) {
+        mapping.appendSection(text, true);
+      } else {
+        mapping.getSection(true);
+      }
+      return text;
+    };
   });
-  bench::add(data::kWritten, bench::kFloor, data::kSizes, [](std::int64_t size) {
-    return [mapping = workload::applications(size), text = std::string()]() mutable {
+  bench::add(operation, bench::kFloor, data::kSizes, [=](std::int64_t size) {
+    return [=, mapping = workload::applications(size), kept = std::string()]() mutable {
+      std::string fresh;
+      std::string& text = anew ? fresh : kept;
       std::size_t length = 0;
       for (const OrvaneApplication& application : mapping) {
         plain::appendGroups(text, length, application, application.getAction());
       }
-      return length;
+      return fresh;
     };
   });
 }
@@ -230,7 +241,8 @@ void bench::addAll() {
   addReading(data::kReadTogether, data::together);
   addReading(data::kReadScattered, data::scattered);
   addReportedReading();
-  addWriting();
+  addWriting(data::kWritten, false);
+  addWriting(data::kWrittenAnew, true);
   addUpdating("updated section, 5 % changed", 20);
   addUpdating("updated section, all changed", 1);
   addComparing("comparison, nothing changed", 0);

@@ -17,6 +17,7 @@ inline const std::string kReadTogether = "mapping text read, groups together";
 inline const std::string kReadScattered = "mapping text read, groups scattered";
 inline const std::string kReadReported = "mapping text read, findings reported";
 inline const std::string kWritten = "mapping text written";
+inline const std::string kWrittenAnew = "mapping text written, to a new string";
 
 inline const bench::Sizes kSizes = {1000, 4000, 20000, 100000};
 

@@ -2,7 +2,7 @@
 
 #define SI_NO_CONVERSION  // it is built for plain characters
 #include <SimpleIni.h>
-#include <fmt/format.h>
+#include <fmt/compile.h>
 #include <ini.h>
 #include <rapidjson/document.h>
 
@@ -116,26 +116,43 @@ void addReading(const std::string& operation, bool scattered, TextOf textOf) {
   });
 }
 
-void addWriting() {
-  bench::add(data::kWritten, "fmt", data::kSizes, [](std::int64_t size) {
-    return [applications = plain::applicationsOf(workload::applications(size))] {
-      static fmt::memory_buffer text;
-      text.clear();
-      const auto out = std::back_inserter(text);
-      for (const plain::Application& application : applications) {
-        for (const plain::Item& item : application.items) {
-          fmt::format_to(out, "PortRange={}", fmt::join(item.ports, ","));
-          for (const plain::Range& range : item.ranges) {
-            fmt::format_to(out, ",{}-{}", range.start, range.end);
-          }
-          fmt::format_to(out,
-                         "\nIPv4={}\nAction={}\nSelectorType={}\nUPID={}\nApplName={}\n"
-                         "UniqueBlockNumber={}\nSelectorTypeInfo={}\nGroupID={}\n;\n",
-                         item.address, application.action, application.type, application.upid,
-                         application.name, item.blockNumber, item.selectorInfo, application.id);
+// The library's own containers; the formats are compiled in, and there is room for each item.
+char* write(char* out, const OrvaneApplication& application, const OrvanePortMapping& item) {
+  auto range = item.getRanges().begin();
+  const auto writeRange = [&] {
+    out = fmt::format_to(out, FMT_COMPILE("{}-{},"), range->getStart(), range->getEnd());
+    ++range;
+  };
+  out = fmt::format_to(out, FMT_COMPILE("PortRange="));
+  for (const unsigned short port : item.getPorts()) {
+    while (range != item.getRanges().end() && range->getStart() < port) writeRange();
+    out = fmt::format_to(out, FMT_COMPILE("{},"), port);
+  }
+  while (range != item.getRanges().end()) writeRange();
+  return fmt::format_to(out - 1,
+                        FMT_COMPILE("\nIPv4={}\nAction={}\nSelectorType={}\nUPID={}\nApplName={}\n"
+                                    "UniqueBlockNumber={}\nSelectorTypeInfo={}\nGroupID={}\n;\n"),
+                        item.getIpAddress(), static_cast<int>(application.getAction()),
+                        static_cast<int>(application.getType()), application.getUpid(),
+                        plain::nameOf(application), item.getUniqueBlockNumber(),
+                        static_cast<int>(item.getSelectorInfo()), application.getID());
+}
+
+void addWriting(const std::string& operation, bool anew) {
+  bench::add(operation, "fmt", data::kSizes, [=](std::int64_t size) {
+    return [=, mapping = workload::applications(size), kept = std::string()]() mutable {
+      std::string fresh;
+      std::string& text = anew ? fresh : kept;
+      std::size_t length = 0;
+      for (const OrvaneApplication& application : mapping) {
+        for (const OrvanePortMapping& item : application.getItems()) {
+          const std::size_t room = plain::roomFor(item);
+          if (text.size() < length + room) text.resize(2 * text.size() + room);
+          char* const end = write(text.data() + length, application, item);
+          length = static_cast<std::size_t>(end - text.data());
         }
       }
-      return text.data();
+      return fresh;
     };
   });
 }
@@ -145,5 +162,6 @@ void addWriting() {
 void bench::addPeers() {
   addReading(data::kReadTogether, false, data::together);
   addReading(data::kReadScattered, true, data::scattered);
-  addWriting();
+  addWriting(data::kWritten, false);
+  addWriting(data::kWrittenAnew, true);
 }

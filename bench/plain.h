@@ -133,18 +133,14 @@ class Pen {
   }
   // Two digits at a time.
   void number(unsigned int number) {
-    if (number >= 10000) {
-      this->number(number / 10000);
-      pair(number % 10000 / 100);
-      pair(number % 100);
-    } else if (number >= 100) {
-      this->number(number / 100);
-      pair(number % 100);
-    } else if (number >= 10) {
-      pair(number);
+    if (number < 10000) return upToFour(number);
+    if (number >= 100000000) {
+      upToFour(number / 100000000);
+      four(number / 10000 % 10000);
     } else {
-      character(static_cast<char>('0' + number));
+      upToFour(number / 10000);
     }
+    four(number % 10000);
   }
   void number(int number) {
     if (number < 0) character('-');
@@ -155,9 +151,25 @@ class Pen {
   char* next() const { return next_; }
 
  private:
-  void pair(unsigned int number) {
+  void two(unsigned int number) {
     std::memcpy(next_, kPairs.data() + std::size_t{2} * number, 2);
     next_ += 2;
+  }
+  void upToTwo(unsigned int number) {
+    if (number < 10) {
+      character(static_cast<char>('0' + number));
+    } else {
+      two(number);
+    }
+  }
+  void four(unsigned int number) {
+    two(number / 100);
+    two(number % 100);
+  }
+  void upToFour(unsigned int number) {
+    if (number < 100) return upToTwo(number);
+    upToTwo(number / 100);
+    two(number % 100);
   }
 
   char* next_;

@@ -30,6 +30,7 @@ void write(const plain::Item& item, fmt::memory_buffer& text) {
     fmt::format_to(out, FMT_COMPILE("{}-{},"), range->start, range->end);
     ++range;
   };
+  text.clear();
   for (const unsigned short port : item.ports) {
     while (range != item.ranges.end() && range->start < port) writeRange();
     fmt::format_to(out, FMT_COMPILE("{},"), port);
@@ -44,7 +45,6 @@ void addWriting(const data::Kind& kind) {
     return [=, text = fmt::memory_buffer()]() mutable {
       std::size_t length = 0;
       for (const plain::Item& item : items) {
-        text.clear();
         write(item, text);
         length += text.size();
       }
@@ -75,14 +75,7 @@ void addDifference(const data::Kind& kind) {
       std::ranges::set_difference(newer.ports, older.ports, std::back_inserter(missing.ports));
       std::ranges::set_difference(newer.ranges, older.ranges, std::back_inserter(missing.ranges),
                                   {}, &plain::Range::end, &plain::Range::end);
-      const auto out = std::back_inserter(text);
-      text.clear();
-      for (const unsigned short port : missing.ports) {
-        fmt::format_to(out, FMT_COMPILE("{},"), port);
-      }
-      for (const auto& [start, end] : missing.ranges) {
-        fmt::format_to(out, FMT_COMPILE("{}-{},"), start, end);
-      }
+      write(missing, text);
       return text.size();
     };
   });
