@@ -28,7 +28,7 @@ std::string outlineOf(const std::string& text) {
 TEST(ApplicationSections, AreWritten) {
   OrvaneApplication application;
   const std::string section =
-      "PortRange=1-2,80,443\nIPv4=3232235786\nAction=5\nSelectorType=-1\nUPID=7000\n"
+      "PortRange=1-2,80,443\nIPv4=3232235786\nAction=5\nSelectorType=-2147483648\nUPID=7000\n"
       "ApplName=Web = x\nUniqueBlockNumber=12\nSelectorTypeInfo=-3\nGroupID=-5\n;\n";
   application.setSection(section.c_str());
   EXPECT_EQ(application.getSection(true), section);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <string>
 #include <tuple>
 
 namespace {
@@ -92,6 +95,17 @@ TEST(PortRange, OrdersSinglePortsBeforeRangesAndRangesByTheirEnd) {
   }
   EXPECT_FALSE(makePort(0, 1, 9) < makePort(0, 5, 9) || makePort(0, 1, 9) == makePort(0, 5, 9));
   EXPECT_EQ(makePort(80, 1, 9), makePort(80, 2, 3));
+}
+
+// The first and the last number of each length, and some between.
+TEST(PortRange, WritesNumbersOfEveryLength) {
+  for (std::uint64_t power = 1; power <= 10'000'000'000; power *= 10) {
+    for (const std::uint64_t number : {power - 1, power, power / 7 * 3, power / 81 * 10 + 1}) {
+      const auto end = static_cast<unsigned int>(std::min<std::uint64_t>(number, 4294967295));
+      const std::string digits = std::to_string(end);
+      EXPECT_EQ(OrvanePortRange(end, end).getRange(), digits + "-" + digits);
+    }
+  }
 }
 
 }  // namespace
