@@ -1,7 +1,7 @@
 // Registering ports in use, writing them, collision checks, and lists of collisions.
 
 #include <algorithm>
-#include <bitset>
+#include <array>
 #include <memory>
 
 #include "plain.h"
@@ -18,7 +18,7 @@ struct OpenCounter : OrvanePortCounter {
   using OrvanePortCounter::sockets;
 };
 
-using OpenCounterPtr = std::shared_ptr<const OpenCounter>;
+using OpenCounterPtr = std::shared_ptr<OpenCounter>;
 
 OrvaneSock socketOf(unsigned int address, unsigned int port) {
   OrvaneSock socket;
@@ -27,14 +27,16 @@ OrvaneSock socketOf(unsigned int address, unsigned int port) {
   return socket;
 }
 
-OpenCounterPtr socketsIn(const data::Ports& ports, data::Ranges ranges) {
-  const auto counter = std::make_shared<OpenCounter>();
-  for (std::size_t i = 0; i < 1000; ++i) {
-    for (const unsigned short port : ports) {
-      counter->sockets.insert(counter->sockets.end(), socketOf(data::addressOf(i), port));
-    }
-  }
-  counter->ranges = std::move(ranges);
+OpenCounterPtr counterOf(const data::Ports& ports, const data::Ranges& ranges) {
+  auto counter = std::make_shared<OpenCounter>();
+  counter->ports = ports;
+  counter->ranges = ranges;
+  return counter;
+}
+
+OpenCounterPtr socketsIn(const data::Ports& ports, const data::Ranges& ranges) {
+  OpenCounterPtr counter = counterOf({}, ranges);
+  for (std::size_t i = 0; i < 1000; ++i) counter->addSocket(data::addressOf(i), ports);
   return counter;
 }
 
@@ -120,19 +122,59 @@ bool meets(const data::Ranges& wanted, const data::Ranges& used) {
       [](const OrvanePortRange& r) { return r.getEnd(); });
 }
 
-using Bits = std::bitset<65536>;
+// A bit for each port.
+class Bits {
+ public:
+  void add(unsigned int port) { words_[port / 64] |= bit(port); }
 
-Bits bitsOf(const data::Ranges& ranges) {
-  Bits bits;
-  for (const OrvanePortRange& range : ranges) {
-    for (unsigned int i = range.getStart(); i <= range.getEnd(); ++i) bits.set(i);
+  void add(const data::Ranges& ranges) {
+    for (const OrvanePortRange& range : ranges) {
+      const unsigned int start = range.getStart();
+      const unsigned int end = range.getEnd();
+      if (start / 64 == end / 64) {
+        words_[start / 64] |= (bit(end) << 1U) - bit(start);
+        continue;
+      }
+      words_[start / 64] |= -bit(start);
+      std::fill(&words_[start / 64 + 1], &words_[end / 64], ~std::uint64_t{0});
+      words_[end / 64] |= (bit(end) << 1U) - 1;
+    }
   }
+
+  bool contains(unsigned int port) const { return (words_[port / 64] & bit(port)) != 0; }
+
+  bool meets(const OrvanePortRange& range) const {
+    const unsigned int start = range.getStart();
+    const unsigned int end = range.getEnd();
+    if (start / 64 == end / 64) {
+      return (words_[start / 64] & ((bit(end) << 1U) - bit(start))) != 0;
+    }
+    return (words_[start / 64] & -bit(start)) != 0 ||
+           (words_[end / 64] & ((bit(end) << 1U) - 1)) != 0 ||
+           std::any_of(&words_[start / 64 + 1], &words_[end / 64],
+                       [](std::uint64_t word) { return word != 0; });
+  }
+
+ private:
+  static std::uint64_t bit(unsigned int port) { return std::uint64_t{1} << port % 64; }
+
+  std::array<std::uint64_t, 1024> words_{};
+};
+
+// All that is in use on any address.
+Bits bitsOf(const OpenCounter& used) {
+  Bits bits;
+  bits.add(used.ranges);
+  for (const unsigned short port : used.ports) bits.add(port);
+  for (const OrvaneSock& socket : used.sockets) bits.add(socket.port.getPort());
   return bits;
 }
 
-bool meets(const std::set<OrvaneSock>& sockets, const Bits& bits) {
+bool meets(const std::set<OrvaneSock>& sockets, const data::Ranges& wanted) {
+  Bits bits;
+  bits.add(wanted);
   return std::ranges::any_of(
-      sockets, [&](const OrvaneSock& socket) { return bits.test(socket.port.getPort()); });
+      sockets, [&](const OrvaneSock& socket) { return bits.contains(socket.port.getPort()); });
 }
 
 // One check, done against a counter in both ways.
@@ -167,8 +209,51 @@ void addChecks() {
       [](const auto& input) { return socketsIn(input.socketPorts, input.used); },
       [](const OpenCounter& used, const auto& input) { return used.checkRanges(input.wanted); },
       [](const OpenCounter& used, const auto& input) {
-        return meets(used.sockets, bitsOf(input.wanted)) || meets(input.wanted, used.ranges);
+        return meets(used.sockets, input.wanted) || meets(input.wanted, used.ranges);
       });
+  addCheck<data::AllPortsCheck>(
+      data::kCheckAllPorts, data::kUsedSizes,
+      [](const auto& input) { return counterOf(input.usedPorts, input.used); },
+      [](const OpenCounter& used, const auto& input) { return used.checkPorts(input.wanted); },
+      [](const OpenCounter& used, const auto& input) {
+        const Bits bits = bitsOf(used);
+        return std::ranges::any_of(input.wanted,
+                                   [&](unsigned int port) { return bits.contains(port); });
+      });
+  addCheck<data::AllCheck>(
+      data::kCheckAll, data::kRangeSizes,
+      [](const auto& input) {
+        OpenCounterPtr used = counterOf(input.usedPorts, input.used);
+        for (std::size_t i = 0; const unsigned short port : input.socketPorts) {
+          used->sockets.insert(socketOf(data::addressOf(i++ % 256), port));
+        }
+        return used;
+      },
+      [](const OpenCounter& used, const auto& input) { return used.checkRanges(input.wanted); },
+      [](const OpenCounter& used, const auto& input) {
+        const Bits bits = bitsOf(used);
+        return std::ranges::any_of(input.wanted,
+                                   [&](const OrvanePortRange& range) { return bits.meets(range); });
+      });
+}
+
+// What is wanted and the sockets of the address, all in order: walked once.
+bool meets(const OpenCounter& used, unsigned int address, const OrvanePortMapping& wanted) {
+  const auto first = used.sockets.lower_bound(socketOf(address, 1));
+  const auto isHere = [&](auto socket) {
+    return socket != used.sockets.end() && socket->address == address;
+  };
+  auto socket = first;
+  for (const unsigned short port : wanted.getPorts()) {
+    while (isHere(socket) && socket->port.getPort() < port) ++socket;
+    if (isHere(socket) && socket->port.getPort() == port) return true;
+  }
+  socket = first;
+  for (const OrvanePortRange& range : wanted.getRanges()) {
+    while (isHere(socket) && socket->port.getPort() < range.getStart()) ++socket;
+    if (isHere(socket) && socket->port.getPort() <= range.getEnd()) return true;
+  }
+  return false;
 }
 
 void addMappingCheck() {
@@ -190,21 +275,33 @@ void addMappingCheck() {
   add(bench::kLibrary, [=](const OpenCounter& used, const OrvanePortMapping& wanted) {
     return used.checkSocket(address, wanted, false);
   });
-  // What is wanted and the sockets of the address, all in order: walked once.
   add(bench::kFloor, [=](const OpenCounter& used, const OrvanePortMapping& wanted) {
-    const auto last = used.sockets.lower_bound(socketOf(address + 1, 1));
-    auto socket = used.sockets.lower_bound(socketOf(address, 1));
-    for (const unsigned short port : wanted.getPorts()) {
-      while (socket != last && socket->port.getPort() < port) ++socket;
-      if (socket != last && socket->port.getPort() == port) return true;
-    }
-    socket = used.sockets.lower_bound(socketOf(address, 1));
-    for (const OrvanePortRange& range : wanted.getRanges()) {
-      while (socket != last && socket->port.getPort() < range.getStart()) ++socket;
-      if (socket != last && socket->port.getPort() <= range.getEnd()) return true;
-    }
-    return false;
+    return meets(used, address, wanted);
   });
+}
+
+// One mapping, asked for on every address; the number of those on which it collides.
+void addSmallMappingCheck() {
+  const auto add = [](const std::string& way, auto collides) {
+    bench::add(data::kCheckSmall, way, data::kAddressSizes, [=](std::int64_t size) {
+      const data::SmallCheck input(size);
+      const OpenCounterPtr used = counterOf({}, {});
+      for (std::size_t i = 0; i < input.socketPorts.size(); ++i) {
+        used->addSocket(data::addressOf(i), input.socketPorts[i]);
+      }
+      return [=] {
+        return std::ranges::count_if(input.addresses, [&](unsigned int address) {
+          return collides(*used, address, input.wanted);
+        });
+      };
+    });
+  };
+  add(bench::kLibrary,
+      [](const OpenCounter& used, unsigned int address, const OrvanePortMapping& wanted) {
+        return used.checkSocket(address, wanted, false);
+      });
+  add(bench::kFloor, [](const OpenCounter& used, unsigned int address,
+                        const OrvanePortMapping& wanted) { return meets(used, address, wanted); });
 }
 
 // What an item has, by address and first port.
@@ -285,5 +382,6 @@ void bench::addAll() {
   addPrinting();
   addChecks();
   addMappingCheck();
+  addSmallMappingCheck();
   addCollisions();
 }

@@ -4,6 +4,9 @@
 #ifndef ORVANE_BENCH_PORT_COUNTER_DATA_H_
 #define ORVANE_BENCH_PORT_COUNTER_DATA_H_
 
+#include <algorithm>
+#include <iterator>
+#include <numeric>
 #include <set>
 #include <string>
 #include <vector>
@@ -19,12 +22,17 @@ inline const std::string kCheckPorts = "checkPorts: 20,000 against ranges";
 inline const std::string kCheckRanges = "checkRanges: against as many ranges";
 inline const std::string kCheckMixed = "checkRanges: against ten times the sockets";
 inline const std::string kCheckMapping = "checkSocket: a mapping against sockets";
+inline const std::string kCheckAllPorts = "checkPorts: 20,000 against ranges and as many ports";
+inline const std::string kCheckAll = "checkRanges: against ranges, ports and sockets";
+inline const std::string kCheckSmall = "checkSocket: a small mapping on each address";
 
 inline const std::string kCollisions = "collisions: within a collection";
 inline const std::string kCollisionsWide = "collisions: within one with all ports";
 
 inline const bench::Sizes kSocketSizes = {1000, 10000, 30000, 100000};
 inline const bench::Sizes kRangeSizes = {1000, 2500, 5000, 10000};
+inline const bench::Sizes kUsedSizes = {500, 1000, 4000, 8000};
+inline const bench::Sizes kAddressSizes = {64, 256, 1024, 4096};
 
 inline const bench::Sizes kItemSizes = {10000, 40000, 160000, 640000};
 
@@ -120,6 +128,83 @@ struct MappingCheck {
   Ports wantedPorts;
   Ranges wantedRanges;
   Ports socketPorts;
+};
+
+// As many of each as asked for, at random places, so that none meets another.
+inline std::vector<Ranges> scattered(const std::vector<std::int64_t>& counts) {
+  std::vector<std::size_t> owners;
+  for (std::size_t i = 0; i < counts.size(); ++i) {
+    owners.insert(owners.end(), static_cast<std::size_t>(counts[i]), i);
+  }
+  workload::Random random(static_cast<unsigned int>(owners.size()));
+  std::ranges::shuffle(owners, random);
+  std::vector<unsigned int> numbers(65535);
+  std::iota(numbers.begin(), numbers.end(), 1U);
+  std::vector<unsigned int> starts;
+  std::ranges::sample(numbers, std::back_inserter(starts),
+                      static_cast<std::ptrdiff_t>(owners.size()), random);
+  starts.push_back(65536);
+  std::vector<Ranges> sets(counts.size());
+  for (std::size_t i = 0; i < owners.size(); ++i) {
+    sets[owners[i]].emplace(starts[i], starts[i + 1] - 1);
+  }
+  return sets;
+}
+
+inline Ports startsOf(const Ranges& ranges) {
+  Ports set;
+  for (const OrvanePortRange& range : ranges) {
+    set.insert(static_cast<unsigned short>(range.getStart()));
+  }
+  return set;
+}
+
+// 20,000 ports, with ranges and up to as many ports in use between them.
+struct AllPortsCheck {
+  explicit AllPortsCheck(std::int64_t size) : AllPortsCheck(scattered({20000, size, size})) {}
+  explicit AllPortsCheck(const std::vector<Ranges>& sets)
+      : wanted(startsOf(sets[0])), usedPorts(startsOf(sets[1])), used(sets[2]) {}
+
+  Ports wanted;
+  Ports usedPorts;
+  Ranges used;
+};
+
+// As many ranges on both sides, a quarter as many ports, and as many sockets on 256 addresses.
+struct AllCheck {
+  explicit AllCheck(std::int64_t size) : AllCheck(scattered({size, size, size / 4, size / 4})) {}
+  explicit AllCheck(const std::vector<Ranges>& sets)
+      : wanted(sets[0]),
+        used(sets[1]),
+        usedPorts(startsOf(sets[2])),
+        socketPorts(startsOf(sets[3])) {}
+
+  Ranges wanted;
+  Ranges used;
+  Ports usedPorts;
+  Ports socketPorts;  // each on another address than the one before
+};
+
+// Eight ports and three ranges, to be asked for on `size` addresses in random order, with sixteen
+// sockets on each.
+struct SmallCheck {
+  explicit SmallCheck(std::int64_t size) : SmallCheck(size, scattered({8, 3, 3000})) {}
+  SmallCheck(std::int64_t size, const std::vector<Ranges>& sets) {
+    wanted.setPorts(startsOf(sets[0]));
+    wanted.setRanges(sets[1]);
+    const Ports free = startsOf(sets[2]);
+    workload::Random random(static_cast<unsigned int>(size));
+    for (std::size_t i = 0; i < static_cast<std::size_t>(size); ++i) {
+      addresses.push_back(addressOf(i));
+      Ports& ports = socketPorts.emplace_back();
+      std::ranges::sample(free, std::inserter(ports, ports.end()), 16, random);
+    }
+    std::ranges::shuffle(addresses, random);
+  }
+
+  OrvanePortMapping wanted;
+  std::vector<unsigned int> addresses;
+  std::vector<Ports> socketPorts;
 };
 
 // Applications of one item each, `size` in all, on a hundred addresses. Every tenth one collides

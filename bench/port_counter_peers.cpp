@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <unordered_map>
 
 #include "intervals.h"
 #include "port_counter_data.h"
@@ -68,6 +69,11 @@ intervals::Set setOf(const data::Ranges& ranges) {
   return set;
 }
 
+bool collidesAny(const data::Ports& ports, const intervals::Set& used) {
+  return std::ranges::any_of(ports,
+                             [&](unsigned int port) { return boost::icl::contains(used, port); });
+}
+
 bool collidesAny(const data::Ranges& ranges, const intervals::Set& used) {
   return std::ranges::any_of(ranges, [&](const OrvanePortRange& range) {
     return boost::icl::intersects(used, intervals::of(range.getStart(), range.getEnd()));
@@ -77,10 +83,7 @@ bool collidesAny(const data::Ranges& ranges, const intervals::Set& used) {
 void addChecks() {
   bench::add(data::kCheckPorts, "Boost.ICL", data::kRangeSizes, [](std::int64_t size) {
     const data::PortCheck input(size);
-    return [wanted = input.wanted, used = setOf(input.used)] {
-      return std::ranges::any_of(
-          wanted, [&](unsigned int port) { return boost::icl::contains(used, port); });
-    };
+    return [wanted = input.wanted, used = setOf(input.used)] { return collidesAny(wanted, used); };
   });
   bench::add(data::kCheckRanges, "Boost.ICL", data::kRangeSizes, [](std::int64_t size) {
     const data::RangeCheck input(size);
@@ -105,18 +108,57 @@ void addChecks() {
   });
 }
 
+void addChecksOfAll() {
+  const auto add = [](intervals::Set& set, const data::Ports& ports) {
+    for (const unsigned int port : ports) set.add(intervals::of(port, port));
+  };
+  bench::add(data::kCheckAllPorts, "Boost.ICL", data::kUsedSizes, [=](std::int64_t size) {
+    const data::AllPortsCheck input(size);
+    intervals::Set used = setOf(input.used);
+    add(used, input.usedPorts);
+    return [wanted = input.wanted, used] { return collidesAny(wanted, used); };
+  });
+  bench::add(data::kCheckAll, "Boost.ICL", data::kRangeSizes, [=](std::int64_t size) {
+    const data::AllCheck input(size);
+    intervals::Set used = setOf(input.used);
+    add(used, input.usedPorts);
+    add(used, input.socketPorts);
+    return [wanted = input.wanted, used] { return collidesAny(wanted, used); };
+  });
+}
+
+// Whether a port or a range meets one of a sorted list.
+bool collides(const OrvanePortMapping& wanted, const std::vector<unsigned short>& used) {
+  return std::ranges::any_of(
+             wanted.getPorts(),
+             [&](unsigned short port) { return std::ranges::binary_search(used, port); }) ||
+         std::ranges::any_of(wanted.getRanges(), [&](const OrvanePortRange& range) {
+           const auto port = std::ranges::lower_bound(used, range.getStart());
+           return port != used.end() && *port <= range.getEnd();
+         });
+}
+
 void addMappingCheck() {
   bench::add(data::kCheckMapping, "sorted vector", data::kSocketSizes, [](std::int64_t size) {
     const data::MappingCheck input(size);
     const std::vector<unsigned short> used(input.socketPorts.begin(), input.socketPorts.end());
+    OrvanePortMapping wanted;
+    wanted.setPorts(input.wantedPorts);
+    wanted.setRanges(input.wantedRanges);
+    return [=] { return collides(wanted, used); };
+  });
+  // A sorted vector for each address, found by a hash.
+  bench::add(data::kCheckSmall, "std::unordered_map", data::kAddressSizes, [](std::int64_t size) {
+    const data::SmallCheck input(size);
+    std::unordered_map<unsigned int, std::vector<unsigned short>> used;
+    for (std::size_t i = 0; i < input.socketPorts.size(); ++i) {
+      used[data::addressOf(i)].assign(input.socketPorts[i].begin(), input.socketPorts[i].end());
+    }
     return [=] {
-      return std::ranges::any_of(
-                 input.wantedPorts,
-                 [&](unsigned short port) { return std::ranges::binary_search(used, port); }) ||
-             std::ranges::any_of(input.wantedRanges, [&](const OrvanePortRange& range) {
-               const auto port = std::ranges::lower_bound(used, range.getStart());
-               return port != used.end() && *port <= range.getEnd();
-             });
+      return std::ranges::count_if(input.addresses, [&](unsigned int address) {
+        const auto ports = used.find(address);
+        return ports != used.end() && collides(input.wanted, ports->second);
+      });
     };
   });
 }
@@ -127,5 +169,6 @@ void bench::addPeers() {
   addRegistering();
   addPrinting();
   addChecks();
+  addChecksOfAll();
   addMappingCheck();
 }
