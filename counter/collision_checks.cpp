@@ -5,6 +5,7 @@
 #include <limits>
 #include <vector>
 
+#include "counter/descending_sweep.h"
 #include "counter/socket_of.h"
 #include "orvane/port_counter.h"
 #include "ports/port_bits.h"
@@ -14,17 +15,23 @@
 namespace {
 
 using orvane::Bounds;
+using orvane::boundsOf;
+using orvane::DescendingSweep;
+using orvane::findFirstDescending;
+using orvane::PortBits;
 using orvane::socketOf;
 
-using orvane::boundsOf;
-Bounds boundsOf(Bounds bounds) { return bounds; }
-
 constexpr unsigned int kHighestEnd = std::numeric_limits<unsigned int>::max();
+
+using Ranges = std::set<OrvanePortRange>;
 
 // The sockets of one address, or of all.
 struct Sockets {
   std::set<OrvaneSock>::const_iterator first;
   std::set<OrvaneSock>::const_iterator last;
+
+  // None yet, before a socket.
+  explicit Sockets(std::set<OrvaneSock>::const_iterator place) : first(place), last(place) {}
 
   explicit Sockets(const std::set<OrvaneSock>& all) : first(all.begin()), last(all.end()) {}
 
@@ -92,76 +99,69 @@ bool isFoundByAny(const std::set<unsigned short>& ports, const OrvaneSock& socke
   return (isExact && containsPort(ports, number)) || containsAny(ports, boundsOf(socket.port));
 }
 
-// All that a range can meet in sockets, by end: their port numbers and the ranges they carry.
-std::vector<Bounds> boundsByEnd(Sockets sockets) {
-  orvane::PortBits numbers;
-  std::vector<Bounds> bounds;
-  Bounds carried{1, 0};  // unlike any: what sockets carry is in order
+// So many elements of a set are walked in the time that looking up one takes.
+constexpr std::size_t kWalkedPerLookUp = 8;
+
+// Puts the ports of ranges that are `within` what is asked for. False when a range that does not
+// end below that is reversed: it has no port, but there are ranges that it overlaps.
+bool putRanges(const Ranges& ranges, Bounds within, PortBits& bits) {
+  bool areInOrder = true;
+  // What the next range has from here on is there already, or not asked for: no port is added
+  // twice.
+  unsigned int added = std::min(within.end, orvane::kMaxPort) + 1;
+  for (auto range = ranges.end(); range != ranges.begin();) {
+    const auto [start, end] = boundsOf(*--range);
+    if (end < within.start) break;
+    if (start > end) {
+      areInOrder = false;
+    } else if (start < added) {
+      bits.add(Bounds{start, std::min(end, added - 1)});
+      added = start;
+    }
+  }
+  return areInOrder;
+}
+
+// Puts the ports that are `within` what is asked for. False when it is so little that looking up
+// each costs less.
+bool putPorts(const std::set<unsigned short>& ports, std::size_t asked, Bounds within,
+              PortBits& bits) {
+  if (asked * kWalkedPerLookUp < ports.size()) return false;
+  for (auto port = orvane::firstInside(ports, within); port != ports.end() && *port <= within.end;
+       ++port) {
+    bits.add(*port);
+  }
+  return true;
+}
+
+// Puts the port numbers of sockets, and the range that those of addSocket() carry. What else a
+// range can meet in sockets is returned, by end.
+std::vector<Bounds> putSockets(Sockets sockets, PortBits& bits) {
+  std::vector<Bounds> others;
+  Bounds carried{0, 0};
   for (const OrvaneSock& socket : sockets) {
     const unsigned int number = socket.port.getPort();
     if (number <= orvane::kMaxPort) {
-      numbers.add(static_cast<unsigned short>(number));
+      bits.add(static_cast<std::uint16_t>(number));
     } else {
-      bounds.push_back({number, number});
+      others.push_back({number, number});
     }
     const Bounds next = carriedBounds(socket);
+    if (next.start == 0 && next.end == 0) bits.add(std::uint16_t{0});
     if (next.start == carried.start && next.end == carried.end) continue;
     carried = next;
-    bounds.push_back(carried);
+    others.push_back(carried);
   }
-  std::ranges::sort(bounds, {}, &Bounds::end);
-  const auto others = static_cast<std::ptrdiff_t>(bounds.size());
-  numbers.forEach([&](unsigned int number) { bounds.push_back({number, number}); });
-  std::ranges::inplace_merge(bounds, bounds.begin() + others, {}, &Bounds::end);
-  return bounds;
+  std::ranges::sort(others, {}, &Bounds::end);
+  return others;
 }
 
-// Tells of one range after the other, asked in descending order of their ends, whether it meets an
-// element of a list in ascending order of their ends. By the overlap test, an element that ends
-// above the range meets it when it starts at or below its end, one that ends below when it ends at
-// or above its start. So the smallest start above and the next end below answer for all elements,
-// whatever the order of their starts and also for bounds out of order. With equal ends the test
-// depends on which of the two is asked: the first rule holds when that is the element
-// (std::greater_equal), the second when it is the range (std::greater).
-template <typename Iterator, typename EndsAbove>
-class DescendingSweep {
- public:
-  template <typename List>
-  DescendingSweep(const List& list, EndsAbove endsAbove)
-      : next_(list.rbegin()), last_(list.rend()), endsAbove_(endsAbove) {}
-
-  bool meets(Bounds range) {
-    for (; next_ != last_ && endsAbove_(boundsOf(*next_).end, range.end); ++next_) {
-      smallestStart_ = std::min<std::uint64_t>(smallestStart_, boundsOf(*next_).start);
-    }
-    return smallestStart_ <= range.end || (next_ != last_ && boundsOf(*next_).end >= range.start);
-  }
-
- private:
-  Iterator next_;
-  Iterator last_;
-  EndsAbove endsAbove_;
-  std::uint64_t smallestStart_ = std::numeric_limits<std::uint64_t>::max();
-};
-
-template <typename List, typename EndsAbove>
-DescendingSweep(const List&, EndsAbove)
-    -> DescendingSweep<typename List::const_reverse_iterator, EndsAbove>;
-
-// The first element, in order, that passes the test; all are tested, from the last to the first.
-template <typename Set, typename Test>
-auto findFirstDescending(const Set& set, Test test) {
-  auto found = set.end();
-  for (auto element = set.end(); element != set.begin();) {
-    if (test(*--element)) found = element;
-  }
-  return found;
+bool isOfPorts(const OrvanePortRange& range) {
+  return range.getStart() <= range.getEnd() && range.getEnd() <= orvane::kMaxPort;
 }
 
-// So few ranges are compared with all sockets one by one: the sweep begins with more than that.
+// So few ranges are compared with all sockets one by one.
 constexpr std::size_t kFewRanges = 2;
-
-using Ranges = std::set<OrvanePortRange>;
 
 // The first of the ranges, in order, that checkRange() holds for.
 Ranges::const_iterator firstColliding(const Ranges& ranges, const OrvanePortCounter& counter) {
@@ -169,32 +169,101 @@ Ranges::const_iterator firstColliding(const Ranges& ranges, const OrvanePortCoun
     return std::ranges::find_if(
         ranges, [&](const OrvanePortRange& range) { return counter.collides(range); });
   }
-  const std::vector<Bounds> socketBounds = boundsByEnd(Sockets(counter.getSockets()));
-  DescendingSweep used(socketBounds, std::greater<>());
+  const Bounds within{0, ranges.rbegin()->getEnd()};
+  PortBits bits;
+  const std::vector<Bounds> others = putSockets(Sockets(counter.getSockets()), bits);
+  const bool areInOrder = putRanges(counter.getRanges(), within, bits);
+  const bool hasPorts = putPorts(counter.getPorts(), ranges.size(), within, bits);
+  const auto meetsPort = [&](Bounds range) {
+    return bits.meets(range) || (!hasPorts && containsAny(counter.getPorts(), range));
+  };
+  auto first = ranges.begin();
+  if (others.empty() && areInOrder) {
+    first = std::ranges::find_if(ranges, [&](const OrvanePortRange& range) {
+      return !isOfPorts(range) || meetsPort(boundsOf(range));
+    });
+    if (first == ranges.end() || isOfPorts(*first)) return first;
+  }
+  // Ranges that are reversed or go beyond port numbers also overlap where there is no port.
+  DescendingSweep used(others, std::greater<>());
   DescendingSweep registered(counter.getRanges(), std::greater_equal<>());
-  return findFirstDescending(ranges, [&](const OrvanePortRange& range) {
+  return findFirstDescending(first, ranges.end(), [&](const OrvanePortRange& range) {
     const Bounds bounds = boundsOf(range);
-    return used.meets(bounds) || registered.meets(bounds) ||
-           containsAny(counter.getPorts(), bounds);
+    return used.meets(bounds) || registered.meets(bounds) || meetsPort(bounds);
   });
 }
 
-// The first of the ranges, in order, that checkSocket() or sockOverlap() holds for.
-Ranges::const_iterator firstColliding(const Ranges& ranges, const OrvanePortCounter& counter,
-                                      unsigned int address, Sockets used) {
-  if (used.first == used.last) return ranges.end();
-  if (ranges.size() <= kFewRanges) {
-    return std::ranges::find_if(ranges, [&](const OrvanePortRange& range) {
-      return counter.checkSocket(address, range) || compare(range, used).meets;
-    });
+// What checkSocket() of a mapping finds on an address.
+struct Found {
+  Sockets sockets;
+  bool isPort;
+  Ranges::const_iterator range;  // the first, in order, unless a port is found
+};
+
+// However the sockets are made.
+Found findIn(Sockets used, unsigned int address, const OrvanePortMapping& mapping,
+             const OrvanePortCounter& counter) {
+  const Ranges& ranges = mapping.getRanges();
+  const bool isPort = std::ranges::any_of(
+      used, [&](const OrvaneSock& socket) { return isFoundByAny(mapping.getPorts(), socket); });
+  if (isPort) return {used, true, ranges.end()};
+  PortBits bits;
+  const std::vector<Bounds> others = putSockets(used, bits);
+  DescendingSweep sweep(others, std::greater<>());
+  const auto first =
+      findFirstDescending(ranges.begin(), ranges.end(), [&](const OrvanePortRange& range) {
+        const Bounds bounds = boundsOf(range);
+        return sweep.meets(bounds) || bits.meets(bounds) || counter.checkSocket(address, range);
+      });
+  return {used, false, first};
+}
+
+// Whether a socket is like those of addSocket(): a port number, and the range 0 to 0.
+bool isPlain(const OrvaneSock& socket) {
+  const OrvanePort& port = socket.port;
+  return port.getPort() != 0 && port.getPort() <= orvane::kMaxPort && port.getStart() == 0 &&
+         port.getEnd() == 0;
+}
+
+// Whether plain sockets, whose port numbers `bits` has, are found for one of the ports.
+bool collidesAny(const std::set<unsigned short>& ports, Sockets used, std::size_t count,
+                 const PortBits& bits) {
+  if (count * kWalkedPerLookUp >= ports.size()) {
+    return std::ranges::any_of(ports, [&](unsigned short port) { return bits.contains(port); });
   }
-  // Sockets that stand for a range come last.
-  const bool standForRanges = std::prev(used.last)->port.getPort() == 0;
-  const std::vector<Bounds> usedBounds = boundsByEnd(used);
-  DescendingSweep sweep(usedBounds, std::greater<>());
-  return findFirstDescending(ranges, [&](const OrvanePortRange& range) {
-    return sweep.meets(boundsOf(range)) || (standForRanges && counter.checkSocket(address, range));
+  return *ports.begin() == 0 || std::ranges::any_of(used, [&](const OrvaneSock& socket) {
+    return containsPort(ports, socket.port.getPort());
   });
+}
+
+// The same as findIn(), in one walk over the sockets as long as they are plain.
+Found findOn(unsigned int address, const OrvanePortMapping& mapping,
+             const OrvanePortCounter& counter) {
+  const std::set<unsigned short>& ports = mapping.getPorts();
+  const Ranges& ranges = mapping.getRanges();
+  const std::set<OrvaneSock>& all = counter.getSockets();
+  // The walk ends early at what comes first, a range without ports before it, and, when it takes
+  // longer than looking for each port, at any of the ports.
+  const Bounds sought = ports.empty() && !ranges.empty() ? boundsOf(*ranges.begin()) : Bounds{1, 0};
+  Sockets used(all.lower_bound(socketOf(address, 1U)));
+  PortBits bits;
+  std::size_t count = 0;
+  for (; used.last != all.end() && used.last->address == address; ++used.last) {
+    if (!isPlain(*used.last)) return findIn({all, address}, address, mapping, counter);
+    const unsigned int number = used.last->port.getPort();
+    if (sought.start <= number && number <= sought.end) return {used, false, ranges.begin()};
+    bits.add(static_cast<std::uint16_t>(number));
+    if (++count == ports.size() * kWalkedPerLookUp &&
+        std::ranges::any_of(ports, [&](auto port) { return counter.checkSocket(address, port); })) {
+      return {used, true, ranges.end()};
+    }
+  }
+  if (count == 0) return {used, false, ranges.end()};
+  bits.add(std::uint16_t{0});  // of the range that each carries
+  if (collidesAny(ports, used, count, bits)) return {used, true, ranges.end()};
+  const auto first = std::ranges::find_if(
+      ranges, [&](const OrvanePortRange& range) { return bits.meets(boundsOf(range)); });
+  return {used, false, first};
 }
 
 // Whether `first` is one of the ranges. Replaces the text of getRange() as comparing those before
@@ -208,13 +277,6 @@ bool publishFirst(const Ranges& ranges, Ranges::const_iterator first, Sockets so
   return first != ranges.end() && check(*first);
 }
 
-// Whether checkSocket() or sockOverlap() holds for one of the ports.
-bool collidesAny(const std::set<unsigned short>& ports, Sockets used) {
-  return !ports.empty() && std::ranges::any_of(used, [&](const OrvaneSock& socket) {
-    return isFoundByAny(ports, socket);
-  });
-}
-
 }  // namespace
 
 bool OrvanePortCounter::overlap(unsigned int port) const {
@@ -222,9 +284,13 @@ bool OrvanePortCounter::overlap(unsigned int port) const {
 }
 
 unsigned short OrvanePortCounter::checkPorts(const std::set<unsigned short>& portSet) const {
-  DescendingSweep registered(ranges, std::greater_equal<>());
-  const auto first = findFirstDescending(portSet, [&](unsigned short port) {
-    return registered.meets({port, port}) || checkPort(port);
+  if (portSet.empty()) return 0;
+  PortBits bits;
+  const Bounds within{*portSet.begin(), *portSet.rbegin()};
+  putRanges(ranges, within, bits);
+  const bool hasPorts = putPorts(ports, portSet.size(), within, bits);
+  const auto first = std::ranges::find_if(portSet, [&](unsigned short port) {
+    return bits.contains(port) || (!hasPorts && checkPort(port));
   });
   return first != portSet.end() ? *first : 0;
 }
@@ -273,18 +339,15 @@ bool OrvanePortCounter::collides(unsigned int address,
 
 bool OrvanePortCounter::checkSocket(unsigned int address, const OrvanePortMapping& mapping,
                                     bool /*flag*/) const {
-  const Sockets used(sockets, address);
-  const std::set<OrvanePortRange>& wanted = mapping.getRanges();
-  return collidesAny(mapping.getPorts(), used) ||
-         publishFirst(wanted, firstColliding(wanted, *this, address, used), used,
-                      [&](const OrvanePortRange& range) {
-                        return checkSocket(address, range) || sockOverlap(address, range);
-                      });
+  const Found found = findOn(address, mapping, *this);
+  return found.isPort || publishFirst(mapping.getRanges(), found.range, found.sockets,
+                                      [&](const OrvanePortRange& range) {
+                                        return checkSocket(address, range) ||
+                                               sockOverlap(address, range);
+                                      });
 }
 
 bool OrvanePortCounter::collides(unsigned int address, const OrvanePortMapping& mapping) const {
-  const Sockets used(sockets, address);
-  const std::set<OrvanePortRange>& wanted = mapping.getRanges();
-  return collidesAny(mapping.getPorts(), used) ||
-         firstColliding(wanted, *this, address, used) != wanted.end();
+  const Found found = findOn(address, mapping, *this);
+  return found.isPort || found.range != mapping.getRanges().end();
 }

@@ -35,6 +35,9 @@ class Generator {
     return pick(40) == 0 ? kExtremes[pick(kExtremes.size())] : 1 + pick(limit_);
   }
 
+  // Few, or many beside those.
+  unsigned int count() { return pick(8) == 0 ? pick(80) : pick(8); }
+
   OrvanePortRange range() {
     const unsigned int start = bound();
     const unsigned int other = pick(12) == 0 ? bound() : start + pick(limit_ / 20);
@@ -42,13 +45,13 @@ class Generator {
   }
 
   void fill(std::set<unsigned short>& ports, std::set<OrvanePortRange>& ranges) {
-    for (auto n = pick(8); n > 0; --n) ports.insert(static_cast<unsigned short>(bound()));
-    for (auto n = pick(8); n > 0; --n) ranges.insert(range());
+    for (auto n = count(); n > 0; --n) ports.insert(static_cast<unsigned short>(bound()));
+    for (auto n = count(); n > 0; --n) ranges.insert(range());
   }
 
   void fill(std::set<OrvaneSock>& sockets) {
     const bool carryRanges = pick(2) != 0;
-    for (auto n = pick(200) == 0 ? 600 : pick(8); n > 0; --n) {
+    for (auto n = pick(200) == 0 ? 600 : count(); n > 0; --n) {
       OrvaneSock socket;
       socket.address = kAddress - 1 + pick(3);
       if (carryRanges && pick(3) != 0) socket.port = range();
