@@ -3,14 +3,15 @@
 #include <cstring>
 #include <map>
 #include <memory>
+#include <utility>
 
 #include "upid_data.h"
 
 namespace {
 
-std::shared_ptr<const OrvaneUpidTree> tree(std::int64_t size) {
+std::shared_ptr<const OrvaneUpidTree> tree(const data::Records& records) {
   const auto nodes = std::make_shared<OrvaneUpidTree>();
-  nodes->setBufferChecked(data::treeBuffer(data::ascending(size)));
+  nodes->setBufferChecked(data::treeBuffer(records));
   return nodes;
 }
 
@@ -44,7 +45,7 @@ char* copyNode(const UPID_TREE_NODE_S& node, char* to) {
 void addTreeWriting() {
   const auto add = [](const std::string& way, auto write) {
     bench::add(data::kTreeWritten, way, data::kSizes, [=](std::int64_t size) {
-      return [=, held = tree(size),
+      return [=, held = tree(data::ascending(size)),
               buffer = std::string(static_cast<std::size_t>(size) * data::kNodeSize,
                                    '\0')]() mutable { return write(*held, buffer); };
     });
@@ -63,7 +64,7 @@ void addTreeWriting() {
 void addChildrenWriting() {
   const auto add = [](const std::string& way, auto write) {
     bench::add(data::kChildrenWritten, way, data::kSizes, [=](std::int64_t size) {
-      return [=, held = tree(size)] {
+      return [=, held = tree(data::ascending(size))] {
         for (unsigned int upid = 1; upid <= held->size() / 10; ++upid) {
           char buffer[10 * data::kNodeSize];
           write(*held, upid, buffer);
@@ -82,6 +83,35 @@ void addChildrenWriting() {
          child = held.find(child->second.sibling)) {
       next = copyNode(child->second, next);
     }
+  });
+}
+
+// All children of one node. At the floor every node is found in a flat table of all of them, which
+// is made anew.
+void addChainWriting() {
+  const auto add = [](const std::string& way, auto write) {
+    bench::add(data::kChainWritten, way, data::kChainSizes, [=](std::int64_t size) {
+      return [=, held = tree(data::chained(size)),
+              buffer = std::string(static_cast<std::size_t>(size) * data::kNodeSize,
+                                   '\0')]() mutable { return write(*held, buffer); };
+    });
+  };
+  add(bench::kLibrary, [](const OrvaneUpidTree& held, std::string& buffer) {
+    return held.getChildrenBufferChecked(1, buffer);
+  });
+  add(bench::kFloor, [](const OrvaneUpidTree& held, std::string& buffer) {
+    using Place = std::pair<unsigned int, const OrvaneUpidNode*>;
+    std::vector<Place> places;
+    places.reserve(held.size());
+    for (const auto& [upid, node] : held) places.emplace_back(upid, &node);
+    char* next = buffer.data();
+    for (unsigned int upid = held[1].firstChild; upid != 0;) {
+      const auto place = std::ranges::lower_bound(places, upid, {}, &Place::first);
+      if (place == places.end() || place->first != upid) break;
+      next = copyNode(*place->second, next);
+      upid = place->second->sibling;
+    }
+    return next;
   });
 }
 
@@ -130,6 +160,7 @@ void bench::addAll() {
   addTreeReading(data::kReadShuffled, data::shuffled);
   addTreeWriting();
   addChildrenWriting();
+  addChainWriting();
   addArrayReading();
   addArrayWriting();
 }

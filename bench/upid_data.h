@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -17,10 +18,12 @@ inline const std::string kReadAscending = "tree read, ascending";
 inline const std::string kReadShuffled = "tree read, shuffled";
 inline const std::string kTreeWritten = "tree written";
 inline const std::string kChildrenWritten = "children written";
+inline const std::string kChainWritten = "children written, one long chain";
 inline const std::string kArrayRead = "array read";
 inline const std::string kArrayWritten = "array written";
 
 inline const bench::Sizes kSizes = {1000, 10000, 100000, 1000000};
+inline const bench::Sizes kChainSizes = {2000, 8000, 32000, 65000};
 
 inline constexpr std::size_t kNodeSize = sizeof(UPID_TREE_NODE_S);
 
@@ -44,6 +47,22 @@ inline Records ascending(std::int64_t size) {
 inline Records shuffled(std::int64_t size) {
   Records nodes = ascending(size);
   std::shuffle(nodes.begin(), nodes.end(), workload::Random(1));
+  return nodes;
+}
+
+// Node 1 and its children, `size` of them, whose chain leads through them in random order.
+inline Records chained(std::int64_t size) {
+  Records nodes(static_cast<std::size_t>(size) + 1);
+  std::vector<unsigned int> chain(nodes.size());
+  std::iota(chain.begin(), chain.end(), 1U);
+  std::shuffle(chain.begin() + 1, chain.end(), workload::Random(1));
+  nodes[0].firstChild = chain[1];
+  nodes[0].numOfChildren = static_cast<unsigned int>(size);
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    UPID_TREE_NODE_S& node = nodes[chain[i] - 1];
+    node.upid = chain[i];
+    if (i > 0 && i + 1 < nodes.size()) node.sibling = chain[i + 1];
+  }
   return nodes;
 }
 

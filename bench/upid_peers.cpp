@@ -22,19 +22,29 @@ void addTreeReading(const std::string& operation, data::Records (*recordsOf)(std
              [=](std::int64_t size) { return [nodes = recordsOf(size)] { return mapOf(nodes); }; });
 }
 
+data::Records childrenOf(const Map& map, unsigned int upid) {
+  data::Records children;
+  for (auto child = map.find(map.at(upid).firstChild); child != map.end();
+       child = map.find(child->second.sibling)) {
+    children.push_back(child->second);
+  }
+  return children;
+}
+
 void addChildrenWriting() {
   bench::add(data::kChildrenWritten, "std::map", data::kSizes, [](std::int64_t size) {
     return [map = mapOf(data::ascending(size))] {
       for (unsigned int upid = 1; upid <= map.size() / 10; ++upid) {
-        data::Records children;
-        for (auto child = map.find(map.at(upid).firstChild); child != map.end();
-             child = map.find(child->second.sibling)) {
-          children.push_back(child->second);
-        }
-        benchmark::DoNotOptimize(children);
+        benchmark::DoNotOptimize(childrenOf(map, upid));
       }
       return map.size();
     };
+  });
+}
+
+void addChainWriting() {
+  bench::add(data::kChainWritten, "std::map", data::kChainSizes, [](std::int64_t size) {
+    return [map = mapOf(data::chained(size))] { return childrenOf(map, 1); };
   });
 }
 
@@ -61,5 +71,6 @@ void bench::addPeers() {
   addTreeReading(data::kReadAscending, data::ascending);
   addTreeReading(data::kReadShuffled, data::shuffled);
   addChildrenWriting();
+  addChainWriting();
   addArrayReading();
 }

@@ -1,5 +1,5 @@
 // Tree and node buffers: read as a standard map filled node by node is, with or without a report,
-// written, and read again; their outlines and findings.
+// written, and read again; their children, outlines and findings.
 
 #include <orvane/orvane.h>
 
@@ -8,8 +8,10 @@
 #include <map>
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "fuzz.h"
+#include "tests/plain_tree.h"
 
 namespace {
 
@@ -25,20 +27,16 @@ std::string written(const Nodes& nodes) {
   return {room.get(), size};
 }
 
-// The children of a node, followed in the map.
-std::string children(const std::map<unsigned int, OrvaneUpidNode>& nodes, unsigned int upid) {
-  OrvaneUpidArray found;
-  const auto parent = nodes.find(upid);
-  if (parent == nodes.end() || parent->second.getFirstChild() == 0) return written(found);
-  const unsigned int counted = parent->second.getNumOfChildren();
-  const std::size_t most = counted != 0 && counted < nodes.size() ? counted : nodes.size();
-  for (auto next = nodes.find(parent->second.getFirstChild());
-       next != nodes.end() && found.size() < most; next = nodes.find(next->second.getSibling())) {
-    const bool last = next->second.getSibling() == 0;
-    if (!last || counted != 0) found.add(next->second);
-    if (last) break;
+// The children of a node, as they are when followed step by step.
+void writeChildren(const OrvaneUpidTree& tree, unsigned int upid) {
+  const std::string expected = written(plain::childrenOf(tree, upid));
+  const auto room = std::make_unique<char[]>(expected.size());
+  const std::span<char> buffer(room.get(), expected.size());
+  if (!expected.empty()) {
+    fuzz::require(!tree.getChildrenBufferChecked(upid, buffer.subspan(1)));
   }
-  return written(found);
+  fuzz::require(tree.getChildrenBufferChecked(upid, buffer) == expected.size());
+  fuzz::require(std::string(room.get(), expected.size()) == expected);
 }
 
 // What a reporting operation leaves of an empty object, which is to be what the plain one left.
@@ -103,16 +101,22 @@ void readTree(std::span<const char> buffer) {
   fuzz::require(written(tree) == written(inOrder));
   fuzz::require(countOf(findings, "duplicate-upid") == count - plain.size());
   drawOutline(tree);
-  for (const auto& [upid, node] : plain) {
-    const std::string expected = children(plain, upid);
-    const auto room = std::make_unique<char[]>(expected.size());
-    fuzz::require(tree.getChildrenBufferChecked(upid, {room.get(), expected.size()}) ==
-                  expected.size());
-    fuzz::require(std::string(room.get(), expected.size()) == expected);
-    if (!expected.empty()) {
-      fuzz::require(!tree.getChildrenBufferChecked(upid, {room.get(), expected.size() - 1}));
-    }
+  for (const auto& [upid, node] : tree) writeChildren(tree, upid);
+}
+
+// A long chain, whose links the input moves: by pairs of words, which node, and what follows it.
+void moveLinks(std::span<const char> buffer) {
+  std::vector<unsigned int> words(buffer.size() / sizeof(unsigned int));
+  if (words.size() < 2) return;
+  std::memcpy(words.data(), buffer.data(), words.size() * sizeof words[0]);
+  const unsigned int step = 1 + words[0] % 7'000'000;
+  OrvaneUpidTree tree = plain::ring(step);
+  tree[step].setNumOfChildren(words[1]);
+  for (std::size_t i = 2; i + 1 < words.size(); i += 2) {
+    tree[(1 + words[i] % 600) * step].setSibling(words[i] % 2 == 0 ? words[i + 1]
+                                                                   : words[i + 1] % 601 * step);
   }
+  writeChildren(tree, step);
 }
 
 void readArray(std::span<const char> buffer) {
@@ -141,5 +145,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::span buffer(reinterpret_cast<const char*>(data), size);
   readTree(buffer);
   readArray(buffer);
+  moveLinks(buffer);
   return 0;
 }

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "plain_tree.h"
 #include "upid_sample.h"
 
 namespace {
@@ -257,6 +258,27 @@ TEST(UpidTree, WritesTheChildrenOfANode) {
     const auto write = [&](std::span<char> to) { return held.getChildrenBufferChecked(1, to); };
     EXPECT_EQ(writtenBy(c.children.size(), write), children);
     EXPECT_EQ(held.getChildrenBufferChecked(8, room), 0);
+  }
+}
+
+TEST(UpidTree, WritesLongChainsStepByStep) {
+  for (const unsigned int step : {1U, 2U, 7'000'000U}) {
+    for (const unsigned int from :
+         {7U, 600U, 86U}) {  // the second of the chain, its middle, its end
+      for (const unsigned int to : {0U, 1U, step, 601 * step, 0xFFFFFFFF}) {
+        for (const unsigned int count : {0U, 1U, 300U, 301U, 600U, 0xFFFFFFFF}) {
+          OrvaneUpidTree held = plain::ring(step);
+          held[step].setNumOfChildren(count);
+          held[from * step].setSibling(to);
+          const OrvaneUpidArray children = plain::childrenOf(held, step);
+          const auto write = [&](std::span<char> room) {
+            return held.getChildrenBufferChecked(step, room);
+          };
+          EXPECT_EQ(writtenBy(children.size(), write), written(children))
+              << step << " " << from << " " << to << " " << count;
+        }
+      }
+    }
   }
 }
 
