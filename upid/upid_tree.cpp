@@ -33,8 +33,8 @@ Children childrenOf(const OrvaneUpidTree& tree, unsigned int upid) {
     next = sibling;
     if (next != 0 || counted) children.emplace_back(child);
   };
-  // A chain that has led through a part of the tree, and may lead through a quarter, pays for a walk
-  // over all of it: with 8,000 children or more, in any order, that saves two thirds and more.
+  // A chain that has led through a part of the tree, and may lead through a quarter, pays for a
+  // walk over all of it: with 8,000 children or more, in any order, that saves two thirds and more.
   const std::size_t part = 128 + tree.size() / 16;
   const std::size_t few = most < tree.size() / 4 ? most : std::min(most, part);
   while (next != 0 && children.size() < few) {
