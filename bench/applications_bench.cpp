@@ -92,8 +92,7 @@ std::size_t updatedByHand(const OrvaneAppMapping& older, const OrvaneAppMapping&
 void addUpdating(const std::string& operation, std::size_t step) {
   const auto add = [&](const std::string& way, auto update) {
     bench::add(operation, way, data::kSizes, [=](std::int64_t size) {
-      const OrvaneAppMapping older = workload::applications(size);
-      return [=, newer = workload::changed(older, step)] { return update(older, newer); };
+      return [=, both = data::states(size, step)] { return update(both.older, both.newer); };
     });
   };
   add(bench::kLibrary,
@@ -106,9 +105,7 @@ void addUpdating(const std::string& operation, std::size_t step) {
 void addComparing(const std::string& operation, std::size_t step) {
   const auto add = [&](const std::string& way, auto compare) {
     bench::add(operation, way, data::kSizes, [=](std::int64_t size) {
-      const OrvaneAppMapping older = workload::applications(size);
-      const OrvaneAppMapping newer = step == 0 ? older : workload::changed(older, step);
-      return [=] { return compare(older, newer); };
+      return [=, both = data::states(size, step)] { return compare(both.older, both.newer); };
     });
   };
   add(bench::kLibrary,
@@ -243,8 +240,8 @@ void bench::addAll() {
   addReportedReading();
   addWriting(data::kWritten, false);
   addWriting(data::kWrittenAnew, true);
-  addUpdating("updated section, 5 % changed", 20);
-  addUpdating("updated section, all changed", 1);
+  addUpdating(data::kUpdated5, 20);
+  addUpdating(data::kUpdatedAll, 1);
   addComparing("comparison, nothing changed", 0);
   addComparing("comparison, 5 % changed", 20);
   addComparing("comparison, all changed", 1);

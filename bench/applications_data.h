@@ -16,6 +16,8 @@ namespace data {
 inline const std::string kReadTogether = "mapping text read, groups together";
 inline const std::string kReadScattered = "mapping text read, groups scattered";
 inline const std::string kReadReported = "mapping text read, findings reported";
+inline const std::string kUpdated5 = "updated section, 5 % changed";
+inline const std::string kUpdatedAll = "updated section, all changed";
 inline const std::string kWritten = "mapping text written";
 inline const std::string kWrittenAnew = "mapping text written, to a new string";
 
@@ -33,6 +35,24 @@ inline std::vector<std::string> groupsOf(const std::string& text) {
     begin = end;
   }
   return groups;
+}
+
+// An older and a newer state, each read from a text of its own; every `step`-th application has
+// changed, none for 0.
+struct States {
+  OrvaneAppMapping older;
+  OrvaneAppMapping newer;
+};
+
+inline States states(std::int64_t size, std::size_t step) {
+  const OrvaneAppMapping made = workload::applications(size);
+  std::string texts[2];
+  made.appendSection(texts[0], true);
+  (step == 0 ? made : workload::changed(made, step)).appendSection(texts[1], true);
+  States states;
+  states.older.setSection(texts[0]);
+  states.newer.setSection(texts[1]);
+  return states;
 }
 
 // The same groups in random order, so that those of one application stand apart.

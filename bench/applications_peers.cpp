@@ -157,6 +157,24 @@ void addWriting(const std::string& operation, bool anew) {
   });
 }
 
+// Facts in plain structs, for which == is enough to find what differs, written with the floor's
+// pen.
+void addUpdating(const std::string& operation, std::size_t step) {
+  bench::add(operation, "plain structs", data::kSizes, [=](std::int64_t size) {
+    const data::States both = data::states(size, step);
+    return [older = plain::applicationsOf(both.older), newer = plain::applicationsOf(both.newer),
+            text = std::string()]() mutable {
+      std::size_t length = 0;
+      for (std::size_t i = 0; i < older.size(); ++i) {
+        if (older[i] == newer[i]) continue;
+        plain::appendGroups(text, length, older[i], kOrvaneActionRemove);
+        plain::appendGroups(text, length, newer[i], kOrvaneActionUpdate);
+      }
+      return length;
+    };
+  });
+}
+
 }  // namespace
 
 void bench::addPeers() {
@@ -164,4 +182,6 @@ void bench::addPeers() {
   addReading(data::kReadScattered, true, data::scattered);
   addWriting(data::kWritten, false);
   addWriting(data::kWrittenAnew, true);
+  addUpdating(data::kUpdated5, 20);
+  addUpdating(data::kUpdatedAll, 1);
 }

@@ -19,6 +19,8 @@ namespace plain {
 struct Range {
   unsigned int start;
   unsigned int end;
+
+  bool operator==(const Range&) const = default;
 };
 
 struct Item {
@@ -27,6 +29,8 @@ struct Item {
   unsigned int address;
   unsigned int blockNumber;
   int selectorInfo;
+
+  bool operator==(const Item&) const = default;
 };
 
 struct Application {
@@ -36,6 +40,8 @@ struct Application {
   int action;
   std::string name;
   std::vector<Item> items;
+
+  bool operator==(const Application&) const = default;
 };
 
 inline Item itemOf(const OrvanePortMapping& item) {
@@ -100,16 +106,23 @@ inline std::string_view nameOf(const OrvaneApplication& application) {
   return static_cast<const tagApplication&>(application).name;
 }
 
+// By the sizes in all items before any of them is walked: where data does not fit the caches, their
+// items then come together.
 inline bool equal(const OrvaneApplication& a, const OrvaneApplication& b) {
+  const auto sameSizes = [](const OrvanePortMapping& x, const OrvanePortMapping& y) {
+    return x.getIpAddress() == y.getIpAddress() && x.getPorts().size() == y.getPorts().size() &&
+           x.getRanges().size() == y.getRanges().size();
+  };
   const auto sameRange = [](const OrvanePortRange& x, const OrvanePortRange& y) {
     return x.getEnd() == y.getEnd();
   };
-  const auto sameItem = [&](const OrvanePortMapping& x, const OrvanePortMapping& y) {
-    return x.getIpAddress() == y.getIpAddress() && x.getPorts() == y.getPorts() &&
-           std::ranges::equal(x.getRanges(), y.getRanges(), sameRange);
+  const auto sameElements = [&](const OrvanePortMapping& x, const OrvanePortMapping& y) {
+    return std::equal(x.getPorts().begin(), x.getPorts().end(), y.getPorts().begin()) &&
+           std::equal(x.getRanges().begin(), x.getRanges().end(), y.getRanges().begin(), sameRange);
   };
   return a.getUpid() == b.getUpid() && nameOf(a) == nameOf(b) &&
-         std::ranges::equal(a.getItems(), b.getItems(), sameItem);
+         std::ranges::equal(a.getItems(), b.getItems(), sameSizes) &&
+         std::ranges::equal(a.getItems(), b.getItems(), sameElements);
 }
 
 // Two digits of each number below a hundred.
@@ -175,8 +188,12 @@ class Pen {
   char* next_;
 };
 
+inline Range boundsOf(const Range& range) { return range; }
+inline Range boundsOf(const OrvanePortRange& range) { return {range.getStart(), range.getEnd()}; }
+
 // Ports and ranges, both in order, merged.
-inline void writeList(Pen& pen, const tagPortMapping& item) {
+template <typename Lists>
+void writeList(Pen& pen, const Lists& item) {
   auto range = item.ranges.begin();
   char separator = 0;
   const auto separate = [&] {
@@ -184,51 +201,81 @@ inline void writeList(Pen& pen, const tagPortMapping& item) {
     separator = ',';
   };
   const auto writeRange = [&] {
+    const auto [start, end] = boundsOf(*range++);
     separate();
-    pen.number(range->getStart());
+    pen.number(start);
     pen.character('-');
-    pen.number(range->getEnd());
-    ++range;
+    pen.number(end);
   };
   for (const unsigned short port : item.ports) {
-    while (range != item.ranges.end() && range->getStart() < port) writeRange();
+    while (range != item.ranges.end() && boundsOf(*range).start < port) writeRange();
     separate();
     pen.number(port);
   }
   while (range != item.ranges.end()) writeRange();
 }
 
-inline std::size_t roomFor(const tagPortMapping& item) {
+template <typename Lists>
+std::size_t roomFor(const Lists& item) {
   return 300 + item.ports.size() * 6 + item.ranges.size() * 22;
 }
 
-// The groups of an application. `text` keeps its size as room from one use to the next; `length` is
-// what is written of it.
+// What a group says beside its port list.
+struct Fields {
+  unsigned int upid;
+  int id;
+  int type;
+  int action;
+  std::string_view name;
+  unsigned int address;
+  unsigned int blockNumber;
+  int selectorInfo;
+};
+
+// `text` keeps its size as room from one use to the next; `length` is what is written of it.
+template <typename Lists>
+void appendGroup(std::string& text, std::size_t& length, const Lists& item, const Fields& fields) {
+  if (text.size() < length + roomFor(item)) text.resize(2 * text.size() + roomFor(item));
+  Pen pen(text.data() + length);
+  pen.text("PortRange=");
+  writeList(pen, item);
+  pen.text("\nIPv4=");
+  if (fields.address != 0) pen.number(fields.address);
+  pen.text("\nAction=");
+  pen.number(fields.action);
+  pen.text("\nSelectorType=");
+  pen.number(fields.type);
+  pen.text("\nUPID=");
+  pen.number(fields.upid);
+  pen.text("\nApplName=");
+  pen.text(fields.name);
+  pen.text("\nUniqueBlockNumber=");
+  pen.number(fields.blockNumber);
+  pen.text("\nSelectorTypeInfo=");
+  pen.number(fields.selectorInfo);
+  pen.text("\nGroupID=");
+  pen.number(fields.id);
+  pen.text("\n;\n");
+  length = static_cast<std::size_t>(pen.next() - text.data());
+}
+
+// The groups of an application.
 inline void appendGroups(std::string& text, std::size_t& length,
                          const OrvaneApplication& application, int action) {
   for (const OrvanePortMapping& item : application.getItems()) {
-    if (text.size() < length + roomFor(item)) text.resize(2 * text.size() + roomFor(item));
-    Pen pen(text.data() + length);
-    pen.text("PortRange=");
-    writeList(pen, item);
-    pen.text("\nIPv4=");
-    if (item.getIpAddress() != 0) pen.number(item.getIpAddress());
-    pen.text("\nAction=");
-    pen.number(action);
-    pen.text("\nSelectorType=");
-    pen.number(static_cast<int>(application.getType()));
-    pen.text("\nUPID=");
-    pen.number(application.getUpid());
-    pen.text("\nApplName=");
-    pen.text(nameOf(application));
-    pen.text("\nUniqueBlockNumber=");
-    pen.number(item.getUniqueBlockNumber());
-    pen.text("\nSelectorTypeInfo=");
-    pen.number(static_cast<int>(item.getSelectorInfo()));
-    pen.text("\nGroupID=");
-    pen.number(application.getID());
-    pen.text("\n;\n");
-    length = static_cast<std::size_t>(pen.next() - text.data());
+    appendGroup(text, length, static_cast<const tagPortMapping&>(item),
+                {application.getUpid(), application.getID(), application.getType(), action,
+                 nameOf(application), item.getIpAddress(), item.getUniqueBlockNumber(),
+                 item.getSelectorInfo()});
+  }
+}
+
+inline void appendGroups(std::string& text, std::size_t& length, const Application& application,
+                         int action) {
+  for (const Item& item : application.items) {
+    appendGroup(text, length, item,
+                {application.upid, application.id, application.type, action, application.name,
+                 item.address, item.blockNumber, item.selectorInfo});
   }
 }
 

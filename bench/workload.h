@@ -6,7 +6,9 @@
 
 #include <orvane/orvane.h>
 
+#include <array>
 #include <cstdint>
+#include <iterator>
 #include <random>
 #include <string>
 
@@ -56,11 +58,28 @@ inline OrvaneAppMapping applications(std::int64_t size) {
   return mapping;
 }
 
-// The same, with one more port in every `step`-th application.
+// What may change in an application, from what sizes show to what only a walk to the last item
+// finds.
+inline constexpr auto kChanges = std::to_array<void (*)(OrvaneApplication&)>(
+    {[](OrvaneApplication& one) { one.getItems().front().getPorts().insert(65535); },
+     [](OrvaneApplication& one) { one.setName("renamed application"); },
+     [](OrvaneApplication& one) { one.getItems().back().getRanges().emplace(60000, 65000); },
+     [](OrvaneApplication& one) {
+       auto& ports = one.getItems().back().getPorts();
+       if (!ports.empty()) ports.erase(std::prev(ports.end()));
+       ports.insert(65535);
+     },
+     [](OrvaneApplication& one) {
+       auto& ports = one.getItems().back().getPorts();
+       if (!ports.empty()) ports.erase(ports.begin());
+       ports.insert(1);
+     }});
+
+// The same, with every `step`-th application changed in one of these ways, which take turns.
 inline OrvaneAppMapping changed(const OrvaneAppMapping& mapping, std::size_t step) {
   OrvaneAppMapping result(mapping);
-  for (std::size_t i = 0; i < result.size(); i += step) {
-    result[i].getItems().front().getPorts().insert(65535);
+  for (std::size_t i = 0; i * step < result.size(); ++i) {
+    kChanges[i % kChanges.size()](result[i * step]);
   }
   return result;
 }
