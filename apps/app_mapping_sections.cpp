@@ -1,10 +1,10 @@
 // The section texts of a collection.
 
 #include <cstring>
+#include <span>
 
 #include "apps/change_writer.h"
 #include "apps/group_writer.h"
-#include "apps/ordering.h"
 #include "orvane/app_mapping.h"
 #include "ports/text_out.h"
 
@@ -33,9 +33,7 @@ void writeAddNewSections(TextOut& out, const OrvaneAppMapping& mapping, bool clo
 
 void writeUpdatedSections(TextOut& out, const OrvaneAppMapping& older,
                           const OrvaneAppMapping& newer, bool closeGroups) {
-  orvane::writeChanges(
-      out, orvane::differences<OrvaneApplication>(older, newer, orvane::compareApplications),
-      closeGroups);
+  orvane::writeChanges(out, std::span(older), std::span(newer), closeGroups);
 }
 
 }  // namespace

@@ -3,14 +3,18 @@
 #ifndef ORVANE_APPS_CHANGE_WRITER_H_
 #define ORVANE_APPS_CHANGE_WRITER_H_
 
+#include <span>
+
 #include "orvane/application.h"
-#include "ports/differences.h"
 #include "ports/text_out.h"
 
 namespace orvane {
 
-// The updated section of a collection, given what either side has and the other has not.
-void writeChanges(TextOut& out, const Differences<OrvaneApplication>& changed, bool closeGroups);
+// The updated section from one list of applications, or of pointers to them, to another.
+void writeChanges(TextOut& out, std::span<const OrvaneApplication> older,
+                  std::span<const OrvaneApplication> newer, bool closeGroups);
+void writeChanges(TextOut& out, std::span<const OrvaneApplication* const> older,
+                  std::span<const OrvaneApplication* const> newer, bool closeGroups);
 
 }  // namespace orvane
 

@@ -136,6 +136,18 @@ class FactWalk {
   Take take_;
 };
 
+// How many ports and ranges of an item its port list text gives.
+std::pair<std::size_t, std::size_t> countsOf(const OrvanePortMapping& item) {
+  const bool hasPort0 = !item.ports.empty() && *item.ports.begin() == 0;
+  const bool hasRange0 = !item.ranges.empty() && item.ranges.begin()->getEnd() == 0;
+  return {item.ports.size() - hasPort0, item.ranges.size() - hasRange0};
+}
+
+// False when the addresses or counts tell that the items differ.
+bool mayBeSame(const OrvanePortMapping& a, const OrvanePortMapping& b) {
+  return sameSizes(a, b) || (a.ip.address == b.ip.address && countsOf(a) == countsOf(b));
+}
+
 // What differs between two applications, of which one may be missing.
 struct Seen {
   bool any = false;
@@ -144,6 +156,8 @@ struct Seen {
 
 Seen look(const OrvaneApplication* older, const OrvaneApplication* newer) {
   if (older == nullptr || newer == nullptr) return {true, true};
+  // As in equivalent(), all items come before any walk.
+  if (!std::ranges::equal(older->items, newer->items, mayBeSame)) return {true, true};
   Seen seen;
   FactWalk([&seen](tagFact fact, const auto&...) {
     seen.any = true;
@@ -172,10 +186,8 @@ void writeChangeSections(TextOut& out, std::span<const OrvaneDifference> differe
     const auto end = std::ranges::find_if(differences.subspan(1), &OrvaneDifference::isNew);
     const auto part = differences.first(static_cast<std::size_t>(end - differences.begin()));
     differences = differences.subspan(part.size());
-    const auto older = sideOf(part, &OrvaneDifference::older);
-    const auto newer = sideOf(part, &OrvaneDifference::newer);
-    writeChanges(out, orvane::differences<OrvaneApplication>(older, newer, compareApplications),
-                 closeGroups);
+    writeChanges(out, sideOf(part, &OrvaneDifference::older),
+                 sideOf(part, &OrvaneDifference::newer), closeGroups);
   }
 }
 

@@ -25,7 +25,15 @@ Order compareNamesAndItems(const OrvaneApplication& a, const OrvaneApplication& 
 
 Order compareApplications(const OrvaneApplication& a, const OrvaneApplication& b) {
   if (a.upid != b.upid) return {.less = a.upid < b.upid, .greater = b.upid < a.upid};
+  if (equivalent(a, b)) return {.less = false, .greater = false};
   return compareNamesAndItems(a, b);
+}
+
+// Sizes of all items come before any walk, not only because they often tell: the items of an
+// application that is not in the caches are then fetched all together, which halves the time.
+bool equivalent(const OrvaneApplication& a, const OrvaneApplication& b) {
+  return std::ranges::equal(a.items, b.items, sameSizes) && nameOf(a) == nameOf(b) &&
+         std::ranges::equal(a.items, b.items, sameElements);
 }
 
 std::vector<IndexedApplication> orderedIndex(const OrvaneAppMapping& mapping) {

@@ -16,6 +16,9 @@ Order compareNamesAndItems(const OrvaneApplication& a, const OrvaneApplication& 
 // The ordering of updated sections: by UPID, then compareNamesAndItems().
 Order compareApplications(const OrvaneApplication& a, const OrvaneApplication& b);
 
+// Whether neither of two applications of one UPID comes before the other in that ordering.
+bool equivalent(const OrvaneApplication& a, const OrvaneApplication& b);
+
 // An application and its UPID, which mostly tells it apart from others without looking at it.
 struct IndexedApplication {
   unsigned int upid;
