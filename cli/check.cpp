@@ -100,7 +100,9 @@ ExitStatus checkCollisions(const CheckOptions& options) {
   }
   const OrvaneAppMapping applications = readApplications(options.file, options.all);
   const Others others = readOthers(options);
-  const OrvaneCollisions found(applications, others.applications);
+  const OrvaneCollisions found = others.applications.empty()
+                                     ? OrvaneCollisions()
+                                     : OrvaneCollisions(applications, others.applications);
   const OrvaneCollisions own = options.each ? OrvaneCollisions(applications) : OrvaneCollisions();
   const auto forEach = [&](auto show) {
     for (const OrvaneCollision& collision : found) show(collision, userOf(collision, &others));
