@@ -4,26 +4,23 @@
 //   ratios RESULTS.json...
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <fstream>
 #include <iostream>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "compare.h"
+#include "growth.h"
 
 namespace {
 
-using TimeBySize = std::map<std::int64_t, double>;  // nanoseconds
-
-// Of all rounds.
+// Of all rounds, in nanoseconds.
 struct Times {
-  TimeBySize median;
-  TimeBySize least;
+  bench::BySize median;
+  bench::BySize least;
 };
 
 struct Operation {
@@ -49,7 +46,7 @@ std::vector<Operation> read(const nlohmann::json& results) {
     if (found == operations.end()) found = operations.insert(found, {operation, place, {}});
     found->place = std::min(found->place, place);
     Times& times = found->ways[name.substr(way, size - 1 - way)];
-    TimeBySize& bySize = statistic == bench::kLeast ? times.least : times.median;
+    bench::BySize& bySize = statistic == bench::kLeast ? times.least : times.median;
     bySize[std::stoll(name.substr(size))] =
         run.at("real_time").get<double>() * units.at(run.at("time_unit"));
   }
@@ -57,66 +54,30 @@ std::vector<Operation> read(const nlohmann::json& results) {
   return operations;
 }
 
-std::string rounded(double number, int digits) {
-  std::ostringstream text;
-  text.precision(digits);
-  text << std::fixed << number;
-  return text.str();
-}
-
-// The exponent x of n^x that fits the ratios best.
-double growthOf(const TimeBySize& times, const TimeBySize& floor) {
-  double n = 0;
-  double sumX = 0;
-  double sumY = 0;
-  double sumXX = 0;
-  double sumXY = 0;
-  for (const auto& [size, time] : times) {
-    if (!floor.contains(size)) continue;
-    const double x = std::log(static_cast<double>(size));
-    const double y = std::log(time / floor.at(size));
-    n += 1;
-    sumX += x;
-    sumY += y;
-    sumXX += x * x;
-    sumXY += x * y;
-  }
-  return n < 2 ? 0 : (n * sumXY - sumX * sumY) / (n * sumXX - sumX * sumX);
-}
-
-// The ratios at each size, joined by " / ".
-std::string ratiosOf(const TimeBySize& times, const TimeBySize& floor) {
-  std::string ratios;
-  for (const auto& [size, time] : times) {
-    ratios += (ratios.empty() ? "" : " / ") + rounded(time / floor.at(size), 2);
-  }
-  return ratios;
-}
-
 std::string rowOf(const Operation& operation) {
   const Times& library = operation.ways.at(bench::kLibrary);
   std::string sizes;
-  std::string times;
+  bench::BySize times;
   for (const auto& [size, time] : library.median) {
-    const std::string separator = sizes.empty() ? "" : " / ";
-    sizes += separator + std::to_string(size);
-    times += separator + rounded(time / static_cast<double>(size), 1);
+    sizes += (sizes.empty() ? "" : " / ") + std::to_string(size);
+    times[size] = time / static_cast<double>(size);
   }
   std::string toFloor = " |  | ";
   std::string peers;
   for (const auto& [way, other] : operation.ways) {
     if (way == bench::kLibrary) continue;
     if (way == bench::kFloor) {
-      toFloor = ratiosOf(library.median, other.median) + " | " +
-                ratiosOf(library.least, other.least) + " | n^" +
-                rounded(growthOf(library.least, other.least), 2);
+      const bench::BySize least = bench::ratiosOf(library.least, other.least);
+      toFloor = bench::joined(bench::ratiosOf(library.median, other.median), 2) + " | " +
+                bench::joined(least, 2) + " | " + bench::growthOf(least);
     } else {
       const auto& [size, time] = *other.median.rbegin();
-      peers += (peers.empty() ? "" : ", ") + way + " " + rounded(library.median.at(size) / time, 2);
+      peers += (peers.empty() ? "" : ", ") + way + " " +
+               bench::rounded(library.median.at(size) / time, 2);
     }
   }
-  return "| " + operation.name + " | " + sizes + " | " + times + " | " + toFloor + " | " + peers +
-         " |\n";
+  return "| " + operation.name + " | " + sizes + " | " + bench::joined(times, 1) + " | " + toFloor +
+         " | " + peers + " |\n";
 }
 
 }  // namespace

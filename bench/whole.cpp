@@ -1,7 +1,8 @@
-// The command, from start to end, against bare programs that do nothing but the work itself: they
-// read whole files, call the library and write what it gives. Writes a table of ratios of time and
-// of the most memory held, medians of runs in turns.
-//   whole ORVANE [ROUNDS [APPLICATIONS]]
+// The command, from start to end, against bare programs that do nothing but the work itself (they
+// read whole files, call the library and write what it gives) and against the operations of the
+// library alone that it calls, on texts that are in memory. Writes a table of times and of the most
+// memory held, medians of runs in turns, and how they grow.
+//   whole ORVANE [ROUNDS [APPLICATIONS...]]
 
 #include <fcntl.h>
 #include <orvane/orvane.h>
@@ -14,29 +15,35 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iomanip>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "growth.h"
+#include "whole_work.h"
 #include "workload.h"
 
 namespace {
 
 using Arguments = std::vector<std::string>;
 
-// One to three items of one to six ports and a range each.
-std::string mappingText(std::int64_t applications, std::uint64_t seed) {
-  workload::Random random(seed);
+// One to three items of one to six ports and a range each. A third of the applications has its
+// addresses from others. Every fortieth list of ports begins with `change`.
+std::string mappingText(std::int64_t applications, const std::string& change) {
+  workload::Random random(1);
+  std::int64_t lists = 0;
   const auto below = [&](unsigned int limit) {
     return static_cast<unsigned int>(random() % limit);
   };
   std::string text;
   for (std::int64_t i = 1; i <= applications; ++i) {
     const std::string number = std::to_string(i);
+    const std::int64_t host = i % (applications * 2 / 3 + 1);
     const unsigned int items = 1 + below(3);
     for (unsigned int item = 0; item < items; ++item) {
       text += "PortRange=";
+      if (lists++ % 40 == 0) text += change;
       unsigned int port = 0;
       const unsigned int ports = 1 + below(6);
       for (unsigned int k = 0; k < ports; ++k) {
@@ -44,8 +51,8 @@ std::string mappingText(std::int64_t applications, std::uint64_t seed) {
         text += std::to_string(port) + ",";
       }
       text += std::to_string(port + 10) + "-" + std::to_string(port + 500) + "\nIPv4=10." +
-              std::to_string(item) + "." + std::to_string(i / 256 % 256) + "." +
-              std::to_string(i % 256) + "\nAction=1\nSelectorType=1\nUPID=" + number +
+              std::to_string(item * 64 + host / 65536) + "." + std::to_string(host / 256 % 256) +
+              "." + std::to_string(host % 256) + "\nAction=1\nSelectorType=1\nUPID=" + number +
               "\nApplName=application-" + number +
               "\nUniqueBlockNumber=1\nSelectorTypeInfo=0\nGroupID=" + number + "\n;\n";
     }
@@ -102,81 +109,128 @@ Run run(const Arguments& arguments) {
   return {took.count(), static_cast<double>(usage.ru_maxrss)};
 }
 
+// The seconds that the steps take in a process of their own.
+double runLibrary(const whole::Work::Steps& steps, const Arguments& files) {
+  int ends[2];
+  if (::pipe(ends) != 0) std::abort();
+  const pid_t child = ::fork();
+  if (child == 0) {
+    std::vector<std::string> texts;
+    for (const std::string& file : files) texts.push_back(readFile(file));
+    whole::Work work(std::move(texts));
+    const auto start = std::chrono::steady_clock::now();
+    for (const auto step : steps) (work.*step)();
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    const double seconds = took.count();
+    ::_exit(::write(ends[1], &seconds, sizeof seconds) == sizeof seconds ? 0 : 1);
+  }
+  ::close(ends[1]);
+  double seconds = 0;
+  if (::read(ends[0], &seconds, sizeof seconds) != sizeof seconds) std::abort();
+  ::close(ends[0]);
+  ::waitpid(child, nullptr, 0);
+  return seconds;
+}
+
 double median(std::vector<double> values) {
   std::ranges::nth_element(values, values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
   return values[values.size() / 2];
 }
 
-double median(const std::vector<Run>& runs, double Run::*value) {
-  std::vector<double> values;
-  values.reserve(runs.size());
-  for (const Run& one : runs) values.push_back(one.*value);
-  return median(values);
-}
-
 struct Way {
   const char* name;
-  Arguments arguments;
-  std::size_t bare;  // the way that it is compared with
-  std::vector<Run> runs;
+  Arguments words;           // of the program, before the files
+  std::size_t files;         // how many it reads; the first way with as many is the bare program
+  whole::Work::Steps steps;  // what the library does for it
+  bench::BySize seconds = {};
+  bench::BySize librarySeconds = {};
+  bench::BySize mebibytes = {};
 };
 
-void measure(std::vector<Way>& ways, int rounds) {
+void measure(std::vector<Way>& ways, int rounds, std::int64_t applications,
+             const Arguments& files) {
+  std::ofstream(files[0]) << mappingText(applications, "");
+  std::ofstream(files[1]) << mappingText(applications, "7,");
+  std::vector<std::vector<double>> seconds(ways.size());
+  std::vector<std::vector<double>> mebibytes(ways.size());
+  std::vector<std::vector<double>> librarySeconds(ways.size());
   for (int round = 0; round < rounds; ++round) {
-    for (Way& way : ways) way.runs.push_back(run(way.arguments));
+    for (std::size_t i = 0; i < ways.size(); ++i) {
+      const Arguments read(files.begin(), files.begin() + static_cast<int>(ways[i].files));
+      Arguments words = ways[i].words;
+      words.insert(words.end(), read.begin(), read.end());
+      const Run whole = run(words);
+      seconds[i].push_back(whole.seconds);
+      mebibytes[i].push_back(whole.kibibytes / 1024);
+      librarySeconds[i].push_back(runLibrary(ways[i].steps, read));
+    }
   }
-  std::cout << "| | time | memory | s | MiB |\n|---|---|---|---|---|\n" << std::fixed;
+  for (std::size_t i = 0; i < ways.size(); ++i) {
+    ways[i].seconds[applications] = median(seconds[i]);
+    ways[i].mebibytes[applications] = median(mebibytes[i]);
+    ways[i].librarySeconds[applications] = median(librarySeconds[i]);
+  }
+}
+
+void print(const std::vector<Way>& ways) {
+  std::cout << "| | time | memory | s | growth | library, s | growth | MiB |\n"
+            << "|---|---|---|---|---|---|---|---|\n";
   for (const Way& way : ways) {
-    const auto ratio = [&](double Run::*value) {
-      return median(way.runs, value) / median(ways[way.bare].runs, value);
-    };
-    std::cout << std::setprecision(2) << "| " << way.name << " | " << ratio(&Run::seconds) << " | "
-              << ratio(&Run::kibibytes) << " | " << median(way.runs, &Run::seconds) << " | "
-              << std::setprecision(0) << median(way.runs, &Run::kibibytes) / 1024 << " |\n";
+    const Way& bare = *std::ranges::find(ways, way.files, &Way::files);
+    const std::string cells[] = {way.name,
+                                 bench::joined(bench::ratiosOf(way.seconds, bare.seconds), 2),
+                                 bench::joined(bench::ratiosOf(way.mebibytes, bare.mebibytes), 2),
+                                 bench::joined(way.seconds, 2),
+                                 bench::growthOf(way.seconds),
+                                 bench::joined(way.librarySeconds, 2),
+                                 bench::growthOf(way.librarySeconds),
+                                 bench::joined(way.mebibytes, 0)};
+    for (const std::string& cell : cells) std::cout << "| " << cell << " ";
+    std::cout << "|\n";
   }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  using Work = whole::Work;
   const Arguments arguments(argv + 1, argv + argc);
   if (arguments.empty()) return 2;
   if (arguments[0] == "--bare") return runBare({arguments.begin() + 1, arguments.end()});
 
   const std::string& orvane = arguments[0];
   const int rounds = argc > 2 ? std::atoi(argv[2]) : 9;
-  const std::int64_t applications = argc > 3 ? std::atoll(argv[3]) : 100000;
+  std::vector<std::int64_t> sizes;
+  for (int i = 3; i < argc; ++i) sizes.push_back(std::atoll(argv[i]));
+  if (sizes.empty()) sizes = {100000, 300000, 1000000};
   const std::filesystem::path folder = std::filesystem::temp_directory_path() / "orvane-whole";
   std::filesystem::create_directories(folder);
-  const std::string older = folder / "older.apps";
-  const std::string newer = folder / "newer.apps";
-  std::ofstream(older) << mappingText(applications, 1);
-  // One application in twenty differs, in the first port of an item.
-  const std::string text = readFile(older);
-  std::string changed;
-  changed.reserve(text.size() + text.size() / 100);
-  std::size_t written = 0;
-  for (std::size_t at = 0, n = 0; (at = text.find("PortRange=", at)) != std::string::npos; ++n) {
-    at += sizeof "PortRange=" - 1;
-    if (n % 40 != 0) continue;
-    changed.append(text, written, at - written).append("7,");
-    written = at;
-  }
-  changed.append(text, written);
-  std::ofstream(newer) << changed;
   const std::string self = std::filesystem::read_symlink("/proc/self/exe");
+  const Work::Steps read = {&Work::readReported};
   std::vector<Way> ways = {
-      {"a bare program: read, written", {self, "--bare", older}, 0, {}},
-      {"apps --section", {orvane, "apps", "--section", older}, 0, {}},
-      {"apps", {orvane, "apps", older}, 0, {}},
-      {"apps --json", {orvane, "apps", "--json", older}, 0, {}},
-      {"lint", {orvane, "lint", older}, 0, {}},
-      {"check --each", {orvane, "check", "--each", older}, 0, {}},
-      {"a bare program: two read, changes written", {self, "--bare", older, newer}, 6, {}},
-      {"diff", {orvane, "diff", older, newer}, 6, {}},
-      {"diff --summary", {orvane, "diff", "--summary", older, newer}, 6, {}},
+      {"a bare program: read, written", {self, "--bare"}, 1, {&Work::read, &Work::getSection}},
+      {"apps --section",
+       {orvane, "apps", "--section"},
+       1,
+       {&Work::readReported, &Work::appendSections}},
+      {"apps", {orvane, "apps"}, 1, {&Work::readReported, &Work::appendItems}},
+      {"apps --json", {orvane, "apps", "--json"}, 1, read},
+      {"lint", {orvane, "lint"}, 1, read},
+      {"check --each",
+       {orvane, "check", "--each"},
+       1,
+       {&Work::readReported, &Work::appendCollisions}},
+      {"a bare program: two read, changes written",
+       {self, "--bare"},
+       2,
+       {&Work::read, &Work::getUpdatedSection}},
+      {"diff", {orvane, "diff"}, 2, {&Work::readReported, &Work::appendChanges}},
+      {"diff --summary", {orvane, "diff", "--summary"}, 2, {&Work::readReported, &Work::findFacts}},
   };
-  measure(ways, rounds);
+  for (const std::int64_t size : sizes) {
+    measure(ways, rounds, size, {folder / "older.apps", folder / "newer.apps"});
+  }
+  print(ways);
   std::filesystem::remove_all(folder);
   return 0;
 }
