@@ -42,13 +42,20 @@ char* copyNode(const UPID_TREE_NODE_S& node, char* to) {
   return to + data::kNodeSize;
 }
 
+// A way that gets the tree and room for as many nodes as `size`.
+template <typename Write>
+void addWriting(const std::string& operation, const std::string& way, const bench::Sizes& sizes,
+                data::Records (*recordsOf)(std::int64_t), Write write) {
+  bench::add(operation, way, sizes, [=](std::int64_t size) {
+    return [=, held = tree(recordsOf(size)),
+            buffer = std::string(static_cast<std::size_t>(size) * data::kNodeSize,
+                                 '\0')]() mutable { return write(*held, buffer); };
+  });
+}
+
 void addTreeWriting() {
   const auto add = [](const std::string& way, auto write) {
-    bench::add(data::kTreeWritten, way, data::kSizes, [=](std::int64_t size) {
-      return [=, held = tree(data::ascending(size)),
-              buffer = std::string(static_cast<std::size_t>(size) * data::kNodeSize,
-                                   '\0')]() mutable { return write(*held, buffer); };
-    });
+    addWriting(data::kTreeWritten, way, data::kSizes, data::ascending, write);
   };
   add(bench::kLibrary, [](const OrvaneUpidTree& held, std::string& buffer) {
     return held.getBufferChecked(buffer);
@@ -90,11 +97,7 @@ void addChildrenWriting() {
 // is made anew.
 void addChainWriting() {
   const auto add = [](const std::string& way, auto write) {
-    bench::add(data::kChainWritten, way, data::kChainSizes, [=](std::int64_t size) {
-      return [=, held = tree(data::chained(size)),
-              buffer = std::string(static_cast<std::size_t>(size) * data::kNodeSize,
-                                   '\0')]() mutable { return write(*held, buffer); };
-    });
+    addWriting(data::kChainWritten, way, data::kChainSizes, data::chained, write);
   };
   add(bench::kLibrary, [](const OrvaneUpidTree& held, std::string& buffer) {
     return held.getChildrenBufferChecked(1, buffer);

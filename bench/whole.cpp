@@ -29,7 +29,8 @@ namespace {
 using Arguments = std::vector<std::string>;
 
 // One to three items of one to six ports and a range each. A third of the applications has its
-// addresses from others. Every fortieth list of ports begins with `change`.
+// addresses from others. Every fortieth list of ports, of one application in twenty, begins with
+// `change`.
 std::string mappingText(std::int64_t applications, const std::string& change) {
   workload::Random random(1);
   std::int64_t lists = 0;
@@ -40,8 +41,8 @@ std::string mappingText(std::int64_t applications, const std::string& change) {
   for (std::int64_t i = 1; i <= applications; ++i) {
     const std::string number = std::to_string(i);
     const std::int64_t host = i % (applications * 2 / 3 + 1);
-    const unsigned int items = 1 + below(3);
-    for (unsigned int item = 0; item < items; ++item) {
+    const std::int64_t items = 1 + below(3);
+    for (std::int64_t item = 0; item < items; ++item) {
       text += "PortRange=";
       if (lists++ % 40 == 0) text += change;
       unsigned int port = 0;

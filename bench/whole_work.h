@@ -34,8 +34,9 @@ class Work {
   void getUpdatedSection() { mappings_[0].getUpdatedSection(mappings_[1], true); }
 
   void appendSections() {
-    for (const OrvaneApplication& application : mappings_[0])
+    for (const OrvaneApplication& application : mappings_[0]) {
       application.appendSection(next(), true);
+    }
   }
 
   void appendItems() {
