@@ -13,9 +13,11 @@ namespace {
 OrvaneAppMapping read(const std::string& text) {
   OrvaneAppMapping mapping;
   mapping.setSection(text.c_str());
-  // Identifiers that were drawn differ from run to run.
+  // Identifiers that were drawn differ from run to run; and reading unites what has one UPID, while
+  // a collection may hold it several times.
   int id = 0;
   for (OrvaneApplication& application : mapping) {
+    if (application.getUpid() != kOrvaneNoUpid) application.setUpid(application.getUpid() / 2);
     if (application.getID() < 0 || application.getID() > 1'000'000) application.setID(--id);
   }
   return mapping;
