@@ -38,7 +38,7 @@ inline BySize ratiosOf(const BySize& values, const BySize& others) {
   return ratios;
 }
 
-// n^x with the exponent x that fits the values best.
+// n^x with the exponent x that fits the values best; "" for fewer than two.
 inline std::string growthOf(const BySize& values) {
   double n = 0;
   double sumX = 0;
@@ -54,7 +54,8 @@ inline std::string growthOf(const BySize& values) {
     sumXX += x * x;
     sumXY += x * y;
   }
-  return "n^" + rounded(n < 2 ? 0 : (n * sumXY - sumX * sumY) / (n * sumXX - sumX * sumX), 2);
+  if (n < 2) return "";
+  return "n^" + rounded((n * sumXY - sumX * sumY) / (n * sumXX - sumX * sumX), 2);
 }
 
 }  // namespace bench

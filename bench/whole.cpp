@@ -1,7 +1,7 @@
 // The command, from start to end, against bare programs that do nothing but the work itself (they
 // read whole files, call the library and write what it gives) and against the operations of the
 // library alone that it calls, on texts that are in memory. Writes a table of times and of the most
-// memory held, medians of runs in turns, and how they grow.
+// memory held, the least of runs in turns, and how they grow.
 //   whole ORVANE [ROUNDS [APPLICATIONS...]]
 
 #include <fcntl.h>
@@ -85,7 +85,7 @@ int runBare(const Arguments& files) {
 
 struct Run {
   double seconds;
-  double kibibytes;
+  double mebibytes;
 };
 
 Run run(const Arguments& arguments) {
@@ -107,7 +107,7 @@ Run run(const Arguments& arguments) {
     std::exit(2);
   }
   const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-  return {took.count(), static_cast<double>(usage.ru_maxrss)};
+  return {took.count(), static_cast<double>(usage.ru_maxrss) / 1024};
 }
 
 // The seconds that the steps take in a process of their own.
@@ -133,9 +133,9 @@ double runLibrary(const whole::Work::Steps& steps, const Arguments& files) {
   return seconds;
 }
 
-double median(std::vector<double> values) {
-  std::ranges::nth_element(values, values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
-  return values[values.size() / 2];
+void keepLeast(bench::BySize& values, std::int64_t size, double value) {
+  const auto [kept, isFirst] = values.try_emplace(size, value);
+  if (!isFirst) kept->second = std::min(kept->second, value);
 }
 
 struct Way {
@@ -152,24 +152,16 @@ void measure(std::vector<Way>& ways, int rounds, std::int64_t applications,
              const Arguments& files) {
   std::ofstream(files[0]) << mappingText(applications, "");
   std::ofstream(files[1]) << mappingText(applications, "7,");
-  std::vector<std::vector<double>> seconds(ways.size());
-  std::vector<std::vector<double>> mebibytes(ways.size());
-  std::vector<std::vector<double>> librarySeconds(ways.size());
   for (int round = 0; round < rounds; ++round) {
-    for (std::size_t i = 0; i < ways.size(); ++i) {
-      const Arguments read(files.begin(), files.begin() + static_cast<int>(ways[i].files));
-      Arguments words = ways[i].words;
+    for (Way& way : ways) {
+      const Arguments read(files.begin(), files.begin() + static_cast<int>(way.files));
+      Arguments words = way.words;
       words.insert(words.end(), read.begin(), read.end());
       const Run whole = run(words);
-      seconds[i].push_back(whole.seconds);
-      mebibytes[i].push_back(whole.kibibytes / 1024);
-      librarySeconds[i].push_back(runLibrary(ways[i].steps, read));
+      keepLeast(way.seconds, applications, whole.seconds);
+      keepLeast(way.mebibytes, applications, whole.mebibytes);
+      keepLeast(way.librarySeconds, applications, runLibrary(way.steps, read));
     }
-  }
-  for (std::size_t i = 0; i < ways.size(); ++i) {
-    ways[i].seconds[applications] = median(seconds[i]);
-    ways[i].mebibytes[applications] = median(mebibytes[i]);
-    ways[i].librarySeconds[applications] = median(librarySeconds[i]);
   }
 }
 
