@@ -138,9 +138,8 @@ class FactWalk {
 
 // How many ports and ranges of an item its port list text gives.
 std::pair<std::size_t, std::size_t> countsOf(const OrvanePortMapping& item) {
-  const bool hasPort0 = !item.ports.empty() && *item.ports.begin() == 0;
-  const bool hasRange0 = !item.ranges.empty() && item.ranges.begin()->getEnd() == 0;
-  return {item.ports.size() - hasPort0, item.ranges.size() - hasRange0};
+  return {item.ports.size() - item.ports.count(0),
+          item.ranges.size() - item.ranges.count(OrvanePortRange(0, 0))};
 }
 
 // False when the addresses or counts tell that the items differ.
