@@ -1,7 +1,10 @@
 // Operations of the catalogue, by what others wrote.
 
+#include <absl/container/flat_hash_set.h>
 #include <fmt/compile.h>
 
+#include <algorithm>
+#include <string>
 #include <unordered_set>
 
 #include "catalogue_data.h"
@@ -37,24 +40,62 @@ void addWriting() {
   });
 }
 
-void addSifting(const std::string& operation, bool wanted) {
-  bench::add(operation, "std::unordered_set", data::kSizes, [=](std::int64_t size) {
-    return [=, list = entries(size), upids = data::upids(size)] {
-      std::unordered_set<unsigned int> known;
-      known.reserve(list.size());
-      for (const plain::Entry& entry : list) known.insert(entry.upid);
-      std::vector<unsigned int> result;
-      for (const unsigned int upid : upids) {
-        if (known.contains(upid) == wanted) result.push_back(upid);
-      }
-      return result;
-    };
-  });
+// One search per UPID, with what the library is to write them.
+void addSelectingFew() {
+  for (const data::Few& few : data::kFew) {
+    bench::add(few.name, "std::find_if", data::kSizes, [=](std::int64_t size) {
+      const data::Upids known = data::Shuffled(size).known;
+      return [catalogue = data::catalogue(known, data::portList), text = std::string(),
+              upids = few.upids(known)]() mutable {
+        text.clear();
+        for (const unsigned int upid : upids) {
+          const auto* const entry =
+              std::find_if(catalogue.begin(), catalogue.end(),
+                           [=](const OrvaneAppInfo& next) { return next.getUPID() == upid; });
+          if (entry != catalogue.end()) entry->appendSection(text, true);
+        }
+        return text.size();
+      };
+    });
+  }
 }
 
-void addExpanding() {
-  bench::add(data::kExpanded, "fmt", data::kSizes, [](std::int64_t size) {
-    return [list = entries(size), text = fmt::memory_buffer()]() mutable {
+template <typename Set>
+data::Upids sift(const OrvaneAppInfoArray& catalogue, const data::Upids& upids, bool wanted) {
+  Set known;
+  known.reserve(static_cast<std::size_t>(catalogue.end() - catalogue.begin()));
+  for (const OrvaneAppInfo& entry : catalogue) known.insert(entry.getUPID());
+  data::Upids result;
+  for (const unsigned int upid : upids) {
+    if (known.contains(upid) == wanted) result.push_back(upid);
+  }
+  return result;
+}
+
+template <typename Set>
+void addSifting(const std::string& way) {
+  const auto add = [&](const std::string& operation, auto catalogueOf, auto upidsOf, bool wanted) {
+    bench::add(operation, way, data::kSizes, [=](std::int64_t size) {
+      return [=, catalogue = catalogueOf(size), upids = upidsOf(size)] {
+        return sift<Set>(catalogue, upids, wanted);
+      };
+    });
+  };
+  const auto inOrder = [](std::int64_t size) { return data::catalogue(size); };
+  add(data::kUnknown, inOrder, data::upids, false);
+  add(data::kKnown, inOrder, data::upids, true);
+  const auto shuffled = [](std::int64_t size) {
+    return data::catalogue(data::Shuffled(size).known, data::portList);
+  };
+  const auto asked = [](std::int64_t size) { return data::Shuffled(size).asked; };
+  add(data::kUnknownShuffled, shuffled, asked, false);
+  add(data::kKnownShuffled, shuffled, asked, true);
+}
+
+template <typename Make>
+void addExpanding(const std::string& operation, const bench::Sizes& sizes, Make make) {
+  bench::add(operation, "fmt", sizes, [=](std::int64_t size) {
+    return [list = plain::entriesOf(make(size)), text = fmt::memory_buffer()]() mutable {
       text.clear();
       for (const plain::Entry& entry : list) {
         for (const plain::Port& port : entry.ports) {
@@ -73,7 +114,13 @@ void addExpanding() {
 
 void bench::addPeers() {
   addWriting();
-  addSifting(data::kUnknown, false);
-  addSifting(data::kKnown, true);
-  addExpanding();
+  addSelectingFew();
+  addSifting<std::unordered_set<unsigned int>>("std::unordered_set");
+  addSifting<absl::flat_hash_set<unsigned int>>("absl::flat_hash_set");
+  addExpanding(data::kExpanded, data::kSizes,
+               [](std::int64_t size) { return data::catalogue(size); });
+  for (const data::Expanded& kind : data::kExpandedRanges) {
+    addExpanding(kind.name, kind.sizes,
+                 [=](std::int64_t size) { return data::catalogue(size, kind); });
+  }
 }

@@ -100,13 +100,35 @@ inline void appendPort(Pen& pen, const OrvanePort& port) {
   }
 }
 
+// Ports in a row, a "," after each. Those above 100 that differ in the last two digits only are
+// copies of one text; `pen` has room for 8 characters more.
+inline void appendPorts(Pen& pen, unsigned int first, unsigned int last) {
+  for (; first <= last && first < 100; ++first) {
+    pen.number(first);
+    pen.character(',');
+  }
+  while (first <= last) {
+    char text[8] = {};
+    Pen copied(text);
+    copied.number(first);
+    copied.character(',');
+    const auto length = static_cast<std::size_t>(copied.next() - text);
+    char* next = pen.next();
+    const unsigned int end = std::min(last, first / 100 * 100 + 99);
+    for (unsigned int two = first % 100; first <= end; ++first, ++two, next += length) {
+      std::memcpy(next, text, sizeof text);
+      std::memcpy(next + length - 3, kPairs.data() + std::size_t{2} * two, 2);
+    }
+    pen = Pen(next);
+  }
+}
+
 // A text that keeps its size as room from one use to the next.
 class Sheet {
  public:
-  // A pen at the end of what is written, with room for an entry.
-  Pen pen() {
-    constexpr std::size_t kEntryRoom = 2000;
-    if (text_.size() < length_ + kEntryRoom) text_.resize(2 * text_.size() + kEntryRoom);
+  // A pen at the end of what is written, with room for an entry or for as many characters.
+  Pen pen(std::size_t room = 2000) {
+    if (text_.size() < length_ + room) text_.resize(2 * text_.size() + room);
     return Pen(text_.data() + length_);
   }
   void end(const Pen& pen) { length_ = static_cast<std::size_t>(pen.next() - text_.data()); }
@@ -121,7 +143,8 @@ class Sheet {
 inline void append(Sheet& sheet, const HeldEntry& entry, const std::set<OrvanePort>& ports,
                    unsigned int reserved1) {
   Pen pen = sheet.pen();
-  const auto line = [&](std::string_view key, auto number) {
+  // In its place the lengths of the keys are known.
+  const auto line = [&](std::string_view key, auto number) __attribute__((always_inline)) {
     pen.text(key);
     pen.number(number);
   };
