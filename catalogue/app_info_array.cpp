@@ -8,18 +8,31 @@
 #include "catalogue/app_info_fields.h"
 #include "catalogue/app_info_writer.h"
 #include "catalogue/first_by_upid.h"
+#include "catalogue/upid_set.h"
 
 namespace {
 
 // Takes those UPIDs that the catalogue has an entry for, or those that it has none for.
-void sift(std::span<const OrvaneAppInfo> entries, const std::vector<unsigned int>& upids,
-          bool known, std::vector<unsigned int>& result) {
-  const auto found = orvane::firstByUpid<OrvaneAppInfo>(upids, entries);
+void sift(std::span<const OrvaneAppInfo> entries, std::span<const unsigned int> upids, bool known,
+          std::vector<unsigned int>& result) {
   std::vector<unsigned int> taken(upids.size());  // `result` may be the list of UPIDs itself
   std::size_t count = 0;  // what is not taken is overwritten, which needs no branch
-  for (std::size_t i = 0; i < upids.size(); ++i) {
+  const auto take = [&](std::size_t i, bool isKnown) {
     taken[count] = upids[i];
-    if ((found[i] != nullptr) == known) ++count;
+    if (isKnown == known) ++count;
+  };
+  const auto takeFound = [&](std::size_t i, const OrvaneAppInfo* entry) {
+    take(i, entry != nullptr);
+  };
+
+  if (upids.size() <= orvane::kFew || upids.size() < entries.size() / 2) {
+    const auto found = orvane::firstByUpid(upids, entries);
+    for (std::size_t i = 0; i < upids.size(); ++i) takeFound(i, found[i]);
+  } else if (!orvane::takeAscending(upids, entries, takeFound)) {
+    count = 0;
+    orvane::UpidSet all(entries.size());
+    for (const OrvaneAppInfo& entry : entries) all.add(entry.getUPID());
+    for (std::size_t i = 0; i < upids.size(); ++i) take(i, all.contains(upids[i]));
   }
   taken.resize(count);
   result.swap(taken);

@@ -3,6 +3,8 @@
 
 #include <orvane/orvane.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <sstream>
 #include <vector>
 
@@ -26,6 +28,34 @@ void addSectionBySection(const std::string& text, OrvaneAppInfoArray& catalogue)
   }
 }
 
+// The numbers of all ports and ranges, each written by itself.
+std::string numbersOf(const OrvaneAppInfoArray& catalogue) {
+  std::string numbers;
+  for (const OrvaneAppInfo& entry : catalogue) {
+    for (const OrvanePort& port : entry.getPortSet()) {
+      const bool isRange = port.getPort() == 0;
+      const std::uint64_t last = isRange ? std::min(port.getEnd(), 65535U) : port.getPort();
+      for (std::uint64_t i = isRange ? port.getStart() : last; i <= last; ++i) {
+        numbers += (numbers.empty() ? "" : ",") + std::to_string(i);
+      }
+    }
+  }
+  return numbers;
+}
+
+void checkViews(OrvaneAppInfoArray& catalogue, const OrvaneAppMapping& mapping,
+                const std::vector<unsigned int>& upids) {
+  const plain::UpidViews views = plain::viewsOf(catalogue, mapping, upids, true);
+  std::vector<unsigned int> listed;
+  catalogue.getCommonPortList(upids, listed);
+  fuzz::require(listed == views.known);
+  catalogue.getUnknownPortList(upids, listed);
+  fuzz::require(listed == views.unknown);
+  fuzz::require(catalogue.getSection(upids, true) == views.sections);
+  fuzz::require(catalogue.getMergedAppMappingSection(mapping, upids, true) == views.merged);
+  fuzz::require(catalogue.getAppMappingSection(mapping, upids, true) == views.whole);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -39,23 +69,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   OrvaneAppInfoArray again;
   again.setSection(written.c_str());
   fuzz::require(again.getSection(true) == written);
+  const std::string numbers = catalogue.getPorts();
+  fuzz::require(numbers == numbersOf(catalogue));
   std::vector<unsigned short> ports;
   catalogue.getPortList(ports);
-  fuzz::require(ports.empty() == std::string(catalogue.getPorts()).empty());
+  fuzz::require(ports.empty() == numbers.empty());
   catalogue.getNumPortsUsed();
 
   OrvaneAppMapping mapping;
   mapping.setSection(texts[1].c_str());
   std::vector<unsigned int> upids;
   for (const char byte : texts[2]) upids.push_back(static_cast<unsigned char>(byte) - '0');
-  const plain::UpidViews views = plain::viewsOf(catalogue, mapping, upids, true);
-  std::vector<unsigned int> listed;
-  catalogue.getCommonPortList(upids, listed);
-  fuzz::require(listed == views.known);
-  catalogue.getUnknownPortList(upids, listed);
-  fuzz::require(listed == views.unknown);
-  fuzz::require(catalogue.getSection(upids, true) == views.sections);
-  fuzz::require(catalogue.getMergedAppMappingSection(mapping, upids, true) == views.merged);
-  fuzz::require(catalogue.getAppMappingSection(mapping, upids, true) == views.whole);
+  checkViews(catalogue, mapping, upids);
+  std::ranges::sort(upids);
+  checkViews(catalogue, mapping, upids);
   return 0;
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <random>
 #include <span>
 #include <string>
@@ -106,6 +108,18 @@ TEST(AppInfoArray, ListsAndCountsPorts) {
   EXPECT_STREQ(catalogue.getPorts(), "80,1000,1001,1002,80,443,65534,65535");
   EXPECT_EQ(catalogue.getNumPortsUsed(), (4 + 1003 + 12 + (0x80000000 - 65534)) % 65536);
   EXPECT_EQ(catalogue.getNumPortType(kOrvanePortTypeOther), 1003);
+
+  OrvaneAppInfoArray ranges;
+  for (const char* const range : {"0-101", "98-100", "99-100", "100-101", "95-1205", "9899-10100",
+                                  "65433-65535", "0-65535"}) {
+    ranges.add(makeEntry(1, range));
+  }
+  ranges.getPortList(list);
+  std::string numbers;
+  for (const unsigned short number : list) {
+    numbers += (numbers.empty() ? "" : ",") + std::to_string(number);
+  }
+  EXPECT_EQ(ranges.getPorts(), numbers);
 }
 
 // The views of a list of UPIDs against their wording, UPID by UPID.
@@ -115,22 +129,30 @@ TEST(AppInfoArray, TreatsUpidsOneByOne) {
     return static_cast<unsigned int>(random() % limit);
   };
   const char* const ports[] = {"", "80", "443,80", "0-2,5-9", "80,4-9,81", "7-2,3", "x"};
-  for (int round = 0; round < 300; ++round) {
+  const auto listed = [&](unsigned int limit, unsigned int step) {
+    std::vector<unsigned int> list(below(limit));
+    for (unsigned int& upid : list) upid = below(limit + 1) * step;
+    if (below(2) == 0) std::ranges::sort(list);
+    return list;
+  };
+  for (int round = 0; round < 600; ++round) {
+    // Few and many UPIDs, alike in their last bits and above 2^31 as well.
+    const unsigned int limit = below(2) == 0 ? 6 : 60;
+    const unsigned int step = std::array{1U, 64U, 0x4000000U, 0x29999999U}[below(4)];
     OrvaneAppInfoArray catalogue;
     OrvaneAppMapping mapping;
-    std::vector<unsigned int> upids;
-    for (unsigned int n = below(6); n > 0; --n) {
-      catalogue.add(makeEntry(below(6), ports[below(7)], below(100)));
+    for (const unsigned int upid : listed(limit, step)) {
+      catalogue.add(makeEntry(upid, ports[below(7)], below(100)));
       catalogue.begin()->setReserved1(below(3));
     }
-    for (unsigned int n = below(6); n > 0; --n) {
-      mapping.addEx(makeEntryApplication(below(6), ports[below(7)], below(4) / 3));
+    for (const unsigned int upid : listed(limit, step)) {
+      mapping.addEx(makeEntryApplication(upid, ports[below(7)], below(4) / 3));
     }
-    for (unsigned int n = below(6); n > 0; --n) upids.push_back(below(7));
+    const std::vector<unsigned int> upids = listed(limit, step);
 
     const plain::UpidViews views = plain::viewsOf(catalogue, mapping, upids, false);
-    std::vector<unsigned int> result = {1, 2, 3};
-    catalogue.getCommonPortList(upids, result);
+    std::vector<unsigned int> result = upids;
+    catalogue.getCommonPortList(result, result);
     EXPECT_EQ(result, views.known);
     catalogue.getUnknownPortList(upids, result);
     EXPECT_EQ(result, views.unknown);
