@@ -7,7 +7,7 @@ namespace orvane {
 namespace {
 
 template <typename Number>
-Pen writeField(Pen pen, const ShortText& key, Number number) {
+Pen writeField(Pen pen, const KeyText& key, Number number) {
   pen = key.write(pen);
   pen.putNumber(number);
   return pen;
@@ -34,10 +34,10 @@ Pen writePorts(TextOut& out, Pen pen, const PortSet& ports) {
 }
 
 AppInfoWriter::AppInfoWriter(TextOut& out, bool terminate)
-    : out_(out), terminate_(terminate), fieldsRoom_(kFqnRoom + sizeof "\n;\n" + ShortText::kRoom) {
+    : out_(out), terminate_(terminate), fieldsRoom_(kFqnRoom + sizeof "\n;\n" + KeyText::kRoom) {
   const AppInfoKeys keys = currentKeys();
   for (std::size_t i = 0; i < kAppInfoFields; ++i) {
-    keys_[i] = ShortText((i == 0 ? "" : "\n") + std::string(keys[i]) + "=");
+    keys_[i] = KeyText(i == 0 ? "" : "\n", keys[i]);
     fieldsRoom_ += keys_[i].size() + kNumberRoom;
   }
 }

@@ -7,8 +7,8 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
-#include <string>
 #include <string_view>
+#include <tuple>
 
 #include "catalogue/app_info_fields.h"
 #include "orvane/app_info.h"
@@ -18,29 +18,39 @@
 
 namespace orvane {
 
-// A text that is written again and again: a short one by a copy of kRoom bytes, which takes no call
-// (a call for each key takes half as much again of writing a catalogue).
-class ShortText {
+// A key of a section text, with what stands before and after it. A short one is written by a copy
+// of kRoom bytes, which takes no call (a call for each key takes half as much again of writing a
+// catalogue).
+class KeyText {
  public:
   static constexpr std::size_t kRoom = 16;
 
-  ShortText() = default;
-  explicit ShortText(std::string_view text) : text_(text) { text.copy(head_.data(), kRoom); }
+  KeyText() = default;
+  KeyText(std::string_view before, std::string_view key)
+      : before_(before), key_(key), size_(before.size() + key.size() + 1) {
+    if (size_ <= kRoom) std::ignore = writePieces(Pen(head_.data()));
+  }
 
-  std::size_t size() const { return text_.size(); }
+  std::size_t size() const { return size_; }
 
   // REQUIRES: room for it and kRoom more.
   Pen write(Pen pen) const {
-    if (size() > kRoom) {
-      pen.put(std::string_view(text_));
-      return pen;
-    }
+    if (size_ > kRoom) return writePieces(pen);
     std::memcpy(pen.place(), head_.data(), kRoom);
-    return Pen(pen.place() + size());
+    return Pen(pen.place() + size_);
   }
 
  private:
-  std::string text_;
+  Pen writePieces(Pen pen) const {
+    pen.put(before_);
+    pen.put(key_);
+    pen.put('=');
+    return pen;
+  }
+
+  std::string_view before_;
+  std::string_view key_;
+  std::size_t size_ = 0;
   std::array<char, kRoom> head_{};
 };
 
@@ -59,7 +69,7 @@ class AppInfoWriter {
  private:
   TextOut& out_;
   bool terminate_;
-  std::array<ShortText, kAppInfoFields> keys_;  // each with what stands before and after it
+  std::array<KeyText, kAppInfoFields> keys_;
   std::size_t fieldsRoom_;
 };
 
