@@ -1,6 +1,9 @@
 #include "catalogue/app_info_writer.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace orvane {
@@ -11,6 +14,23 @@ Pen writeField(Pen pen, const KeyText& key, Number number) {
   pen = key.write(pen);
   pen.putNumber(number);
   return pen;
+}
+
+// Writes numbers from 100 to 65535 that differ in the last two digits only, a "," after each:
+// copies of one text that these are put into, which takes a third of the time of writing each
+// number.
+Pen writeHundred(Pen pen, std::uint32_t number, std::uint32_t last) {
+  std::array<char, 8> text{};
+  Pen common(text.data());
+  common.putNumber(number / 100);
+  const auto size = static_cast<std::size_t>(common.place() - text.data());
+  text[size + 2] = ',';
+  char* place = pen.place();
+  for (std::uint32_t i = number % 100; number <= last; ++number, ++i, place += size + 3) {
+    std::memcpy(place, text.data(), text.size());
+    std::memcpy(place + size, kDigitPairs[i].data(), 2);
+  }
+  return Pen(place);
 }
 
 }  // namespace
@@ -62,12 +82,23 @@ void AppInfoWriter::append(const OrvaneAppInfo& entry, const PortSet& ports,
 }
 
 void writeNumbers(TextOut& out, Bounds numbers) {
-  if (numbers.start > numbers.end) return;
-  const std::size_t count = std::size_t{numbers.end} - numbers.start + 1;
-  Pen pen = out.pen(count > 1 ? count * kPortRoom : kNumberRoom + 1);
-  for (std::uint64_t number = numbers.start; number <= numbers.end; ++number) {
-    pen.putNumber(static_cast<std::uint32_t>(number));
+  auto [number, last] = numbers;
+  if (number > last) return;
+  if (number == last) {
+    Pen pen = out.pen(kNumberRoom + 1);
+    pen.putNumber(number);
     pen.put(',');
+    return out.putDown(pen);
+  }
+  Pen pen = out.pen((std::size_t{last} - number + 1) * kPortRoom);
+  for (; number <= last && number < 100; ++number) {
+    pen.putNumber(number);
+    pen.put(',');
+  }
+  while (number <= last) {
+    const std::uint32_t end = std::min(last, number / 100 * 100 + 99);
+    pen = writeHundred(pen, number, end);
+    number = end + 1;
   }
   out.putDown(pen);
 }
