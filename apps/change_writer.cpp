@@ -17,6 +17,11 @@ struct Newer {
   bool paired;
 };
 
+template <typename Element>
+unsigned int listedUpid(const Element& element) {
+  return objectOf(element).upid;
+}
+
 class ChangeWriter {
  public:
   ChangeWriter(TextOut& out, bool closeGroups) : out_(out), closeGroups_(closeGroups) {}
@@ -51,10 +56,10 @@ class ChangeWriter {
     auto a = older.begin();
     auto b = newer.begin();
     while (a != older.end() || b != newer.end()) {
-      const unsigned int upid = b == newer.end()   ? upidOf(*a)
-                                : a == older.end() ? upidOf(*b)
-                                                   : std::min(upidOf(*a), upidOf(*b));
-      const auto isOther = [upid](const auto& element) { return upidOf(element) != upid; };
+      const unsigned int upid = b == newer.end()   ? listedUpid(*a)
+                                : a == older.end() ? listedUpid(*b)
+                                                   : std::min(listedUpid(*a), listedUpid(*b));
+      const auto isOther = [upid](const auto& element) { return listedUpid(element) != upid; };
       const List before(a, std::find_if(a, older.end(), isOther));
       const List after(b, std::find_if(b, newer.end(), isOther));
       a = before.end();
@@ -75,11 +80,6 @@ class ChangeWriter {
       writeSection(out_, *application, updates ? kOrvaneActionUpdate : kOrvaneActionAdd,
                    closeGroups_);
     }
-  }
-
-  template <typename Element>
-  static unsigned int upidOf(const Element& element) {
-    return objectOf(element).upid;
   }
 
  private:
@@ -116,8 +116,7 @@ template <typename List>
 void writeLists(TextOut& out, const List& older, const List& newer, bool closeGroups) {
   ChangeWriter writer(out, closeGroups);
   const auto ascends = [](const List& list) {
-    return std::ranges::is_sorted(list, {},
-                                  [](const auto& element) { return objectOf(element).upid; });
+    return std::ranges::is_sorted(list, {}, listedUpid<typename List::value_type>);
   };
   if (ascends(older) && ascends(newer)) {
     writer.writeOrdered(older, newer);

@@ -30,7 +30,8 @@ Order compareApplications(const OrvaneApplication& a, const OrvaneApplication& b
 }
 
 // Sizes of all items come before any walk, not only because they often tell: the items of an
-// application that is not in the caches are then fetched all together, which halves the time.
+// application are then fetched all together, which halves the time of comparing collections that
+// do not fit the caches.
 bool equivalent(const OrvaneApplication& a, const OrvaneApplication& b) {
   return std::ranges::equal(a.items, b.items, sameSizes) && nameOf(a) == nameOf(b) &&
          std::ranges::equal(a.items, b.items, sameElements);

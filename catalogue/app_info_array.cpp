@@ -25,6 +25,7 @@ void sift(std::span<const OrvaneAppInfo> entries, std::span<const unsigned int> 
     take(i, entry != nullptr);
   };
 
+  // UPIDs that are few beside the entries are put in a table, else the entries are.
   if (upids.size() <= orvane::kFew || upids.size() < entries.size() / 2) {
     const auto found = orvane::firstByUpid(upids, entries);
     for (std::size_t i = 0; i < upids.size(); ++i) takeFound(i, found[i]);

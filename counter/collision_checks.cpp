@@ -30,8 +30,8 @@ struct Sockets {
   std::set<OrvaneSock>::const_iterator first;
   std::set<OrvaneSock>::const_iterator last;
 
-  // None yet, before a socket.
-  explicit Sockets(std::set<OrvaneSock>::const_iterator place) : first(place), last(place) {}
+  Sockets(std::set<OrvaneSock>::const_iterator begin, std::set<OrvaneSock>::const_iterator end)
+      : first(begin), last(end) {}
 
   explicit Sockets(const std::set<OrvaneSock>& all) : first(all.begin()), last(all.end()) {}
 
@@ -99,7 +99,7 @@ bool isFoundByAny(const std::set<unsigned short>& ports, const OrvaneSock& socke
   return (isExact && containsPort(ports, number)) || containsAny(ports, boundsOf(socket.port));
 }
 
-// So many elements of a set are walked in the time that looking up one takes.
+// About so many elements of a set are walked in the time that looking up one takes.
 constexpr std::size_t kWalkedPerLookUp = 8;
 
 // Puts the ports of ranges that are `within` what is asked for. False when a range that does not
@@ -114,9 +114,9 @@ bool putRanges(const Ranges& ranges, Bounds within, PortBits& bits) {
     if (end < within.start) break;
     if (start > end) {
       areInOrder = false;
-    } else if (start < added) {
-      bits.add(Bounds{start, std::min(end, added - 1)});
-      added = start;
+    } else if (const unsigned int first = std::max(start, within.start); first < added) {
+      bits.add(Bounds{first, std::min(end, added - 1)});
+      added = first;
     }
   }
   return areInOrder;
@@ -204,9 +204,17 @@ struct Found {
 Found findIn(Sockets used, unsigned int address, const OrvanePortMapping& mapping,
              const OrvanePortCounter& counter) {
   const Ranges& ranges = mapping.getRanges();
-  const bool isPort = std::ranges::any_of(
-      used, [&](const OrvaneSock& socket) { return isFoundByAny(mapping.getPorts(), socket); });
+  const std::set<unsigned short>& ports = mapping.getPorts();
+  const bool isPort = !ports.empty() && std::ranges::any_of(used, [&](const OrvaneSock& socket) {
+    return isFoundByAny(ports, socket);
+  });
   if (isPort) return {used, true, ranges.end()};
+  if (ranges.size() <= kFewRanges) {
+    const auto first = std::ranges::find_if(ranges, [&](const OrvanePortRange& range) {
+      return counter.checkSocket(address, range) || compare(range, used).meets;
+    });
+    return {used, false, first};
+  }
   PortBits bits;
   const std::vector<Bounds> others = putSockets(used, bits);
   DescendingSweep sweep(others, std::greater<>());
@@ -242,16 +250,20 @@ Found findOn(unsigned int address, const OrvanePortMapping& mapping,
   const std::set<unsigned short>& ports = mapping.getPorts();
   const Ranges& ranges = mapping.getRanges();
   const std::set<OrvaneSock>& all = counter.getSockets();
-  // The walk ends early at what comes first, a range without ports before it, and, when it takes
-  // longer than looking for each port, at any of the ports.
+  if (ports.empty() && ranges.empty()) return {{all.end(), all.end()}, false, ranges.end()};
+  // Without ports, the first range decides as soon as a port number lies inside it. Among the first
+  // sockets each is looked for in the ports; once the walk has cost as much as looking for each of
+  // the ports, that is done, and the walk goes on only for the ranges.
   const Bounds sought = ports.empty() && !ranges.empty() ? boundsOf(*ranges.begin()) : Bounds{1, 0};
-  Sockets used(all.lower_bound(socketOf(address, 1U)));
+  const auto first = all.lower_bound(socketOf(address, 1U));
+  Sockets used(first, first);
   PortBits bits;
   std::size_t count = 0;
   for (; used.last != all.end() && used.last->address == address; ++used.last) {
     if (!isPlain(*used.last)) return findIn({all, address}, address, mapping, counter);
     const unsigned int number = used.last->port.getPort();
     if (sought.start <= number && number <= sought.end) return {used, false, ranges.begin()};
+    if (count < kWalkedPerLookUp && containsPort(ports, number)) return {used, true, ranges.end()};
     bits.add(static_cast<std::uint16_t>(number));
     if (++count == ports.size() * kWalkedPerLookUp &&
         std::ranges::any_of(ports, [&](auto port) { return counter.checkSocket(address, port); })) {
@@ -261,9 +273,9 @@ Found findOn(unsigned int address, const OrvanePortMapping& mapping,
   if (count == 0) return {used, false, ranges.end()};
   bits.add(std::uint16_t{0});  // of the range that each carries
   if (collidesAny(ports, used, count, bits)) return {used, true, ranges.end()};
-  const auto first = std::ranges::find_if(
-      ranges, [&](const OrvanePortRange& range) { return bits.meets(boundsOf(range)); });
-  return {used, false, first};
+  const auto range = std::ranges::find_if(
+      ranges, [&](const OrvanePortRange& wanted) { return bits.meets(boundsOf(wanted)); });
+  return {used, false, range};
 }
 
 // Whether `first` is one of the ranges. Replaces the text of getRange() as comparing those before

@@ -12,8 +12,6 @@
 
 namespace orvane {
 
-inline Bounds boundsOf(Bounds bounds) { return bounds; }
-
 // Tells of one range after the other, asked in descending order of their ends, whether it meets an
 // element of a list in ascending order of their ends. By the overlap test, an element that ends
 // above the range meets it when it starts at or below its end, one that ends below when it ends at

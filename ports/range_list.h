@@ -14,6 +14,7 @@
 namespace orvane {
 
 inline Bounds boundsOf(const OrvanePortRange& range) { return {range.getStart(), range.getEnd()}; }
+inline Bounds boundsOf(Bounds bounds) { return bounds; }
 
 // Adds one range to a set, as OrvanePortMapping::addRange() describes. `covered` becomes the range
 // whose single ports are swallowed. Returns the position of the widened range, or the end position

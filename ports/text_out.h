@@ -105,10 +105,8 @@ class TextOut {
 
   std::size_t size() const { return size_; }
 
-  // A pen at the end, for at most `most` characters; they count once it is put down. (A number is
-  // written as if it were the longest.)
+  // A pen at the end, for at most `most` characters; they count once it is put down.
   Pen pen(std::size_t most) {
-    most += kNumberRoom;
     if (to_.size() - size_ < most) to_.resize(size_ + most);
     return Pen(to_.data() + size_);
   }

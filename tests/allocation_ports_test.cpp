@@ -204,7 +204,8 @@ struct TreeWorld : Samples<OrvaneUpidTree, drawTree> {
 
   TreeWorld() {
     few.setBuffer(treeBufferOf(chain(10, 3)).data(), 0);
-    many.setBuffer(treeBufferOf(chain(8, 20)).data(), 0);
+    many.setBuffer(treeBufferOf(chain(8, 300)).data(), 0);  // the chain is looked up in a table
+    to.resize(300 * sizeof(UPID_TREE_NODE_S));
     other.setBuffer(treeBufferOf(chain(99, 1)).data(), 0);
   }
 };
