@@ -107,12 +107,12 @@ inline Lists fewItems(std::int64_t size) {
 // Two ports of three, at random places, and ranges of two between all of them.
 inline Lists mixedList(std::int64_t size) {
   workload::Random random(3);
-  const auto ranges = static_cast<unsigned int>(size / 3);
-  const unsigned int step = 65536 / ranges;
+  const auto ranges = static_cast<std::size_t>(size / 3);
+  const std::size_t step = 65536 / ranges;
   std::set<unsigned int> ports;
   while (ports.size() < 2 * ranges) ports.insert(workload::pick(random, 1, 65535));
   Lists items;
-  for (unsigned int start = 1; start < ranges * step; start += step) {
+  for (std::size_t start = 1; start < ranges * step; start += step) {
     items.push_back(std::to_string(start) + '-' + std::to_string(start + 1));
   }
   // Behind the ranges, which swallow those before them.
