@@ -144,7 +144,7 @@ struct Way {
   std::size_t files;         // how many it reads; the first way with as many is the bare program
   whole::Work::Steps steps;  // what the library does for it
   bench::BySize seconds = {};
-  bench::BySize librarySeconds = {};
+  bench::BySize secondsInLibrary = {};
   bench::BySize mebibytes = {};
 };
 
@@ -160,7 +160,7 @@ void measure(std::vector<Way>& ways, int rounds, std::int64_t applications,
       const Run whole = run(words);
       keepLeast(way.seconds, applications, whole.seconds);
       keepLeast(way.mebibytes, applications, whole.mebibytes);
-      keepLeast(way.librarySeconds, applications, runLibrary(way.steps, read));
+      keepLeast(way.secondsInLibrary, applications, runLibrary(way.steps, read));
     }
   }
 }
@@ -175,8 +175,8 @@ void print(const std::vector<Way>& ways) {
                                  bench::joined(bench::ratiosOf(way.mebibytes, bare.mebibytes), 2),
                                  bench::joined(way.seconds, 2),
                                  bench::growthOf(way.seconds),
-                                 bench::joined(way.librarySeconds, 2),
-                                 bench::growthOf(way.librarySeconds),
+                                 bench::joined(way.secondsInLibrary, 2),
+                                 bench::growthOf(way.secondsInLibrary),
                                  bench::joined(way.mebibytes, 0)};
     for (const std::string& cell : cells) std::cout << "| " << cell << " ";
     std::cout << "|\n";
