@@ -169,7 +169,7 @@ void readPortList(std::string_view text, tagPortMapping& mapping, Reporter& watc
 Pen writePortList(TextOut& out, Pen pen, const tagPortMapping& mapping) {
   const auto& ranges = mapping.ranges;
   char* const begin = pen.place();
-  // Ranges are mostly in order, which nobody asks first: walking them twice takes a third more.
+  // Ranges are mostly in order. Nobody asks first, which would walk them twice.
   if (!writeMerged(out, pen, mapping, ranges.begin(), ranges.end())) {
     std::vector<std::reference_wrapper<const OrvanePortRange>> sorted(ranges.begin(), ranges.end());
     std::ranges::stable_sort(sorted, {}, leadingNumber);

@@ -43,7 +43,7 @@ class [[nodiscard]] Pen {
   void put(std::string_view piece) { next_ += piece.copy(next_, piece.size()); }
 
   // A number in plain decimal, two digits at a time. (Against std::to_chars(), which finds out
-  // first how many digits there are, it saves an eighth of writing short port lists and two fifths
+  // first how many digits there are, it saves a tenth of writing short port lists and two fifths
   // of long ones.)
   template <std::integral Number>
   void putNumber(Number number) {
