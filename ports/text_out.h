@@ -21,13 +21,15 @@ namespace orvane {
 inline constexpr std::size_t kNumberRoom = 11;
 
 // "00", "01" and so on up to "99".
-inline constexpr auto kDigitPairs = [] {
+constexpr auto digitPairs() {
   std::array<std::array<char, 2>, 100> pairs{};
   for (std::size_t i = 0; i < pairs.size(); ++i) {
     pairs[i] = {static_cast<char>('0' + i / 10), static_cast<char>('0' + i % 10)};
   }
   return pairs;
-}();
+}
+
+inline constexpr auto kDigitPairs = digitPairs();
 
 // Writes into room that was made for it. It is handed on by value: a local one stays in a register,
 // while anything that text is written through memory to has to be looked up again for every piece.
