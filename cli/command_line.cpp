@@ -6,6 +6,7 @@
 
 #include "cli/files/failure.h"
 #include "cli/files/output.h"
+#include "cli/memory.h"
 #include "cli/terminal/help.h"
 #include "cli/terminal/text.h"
 
@@ -82,6 +83,7 @@ ExitStatus CommandLine::run(int argc, char** argv) {
     finishParsing(*parser_, stop);
     return kSuccess;
   }
+  rememberCommand(calledName());
   const auto called = runs_.find(&calledCommand(*parser_));
   if (called == runs_.end()) rejectUsage(*parser_, "a subcommand is required");
   return called->second();

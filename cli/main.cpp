@@ -1,16 +1,17 @@
 // The orvane command: the table of its subcommands, each a file of that name.
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <array>
 #include <clocale>
 #include <csignal>
 #include <exception>
-#include <new>
 #include <optional>
 #include <string>
 
 #include "cli/command.h"
 #include "cli/command_line.h"
-#include "cli/files/input.h"
 #include "cli/files/output.h"
 
 namespace orvane::cli {
@@ -40,19 +41,27 @@ int run(int argc, char** argv) {
   try {
     line.emplace(kSubcommands);
     return line->run(argc, argv);
-  } catch (const std::bad_alloc&) {
-    // What was being made of the input is gone by now, so there is room for these words.
-    const std::string& input = lastInputName();
-    return fail(line, input.empty() ? "not enough memory" : input + ": not enough memory");
   } catch (const std::exception& failure) {
     return fail(line, failure.what());
   }
+}
+
+// A standard stream that is closed would be the next file that is opened. It stays unusable: input
+// is held by what cannot be read, output by what cannot be written.
+bool isHeld(int stream) {
+  const int flags = stream == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+  return ::fcntl(stream, F_GETFD) >= 0 || ::open("/dev/null", flags) == stream;
+}
+
+bool holdStandardStreams() {
+  return isHeld(STDIN_FILENO) && isHeld(STDOUT_FILENO) && isHeld(STDERR_FILENO);
 }
 
 }  // namespace
 }  // namespace orvane::cli
 
 int main(int argc, char** argv) {
+  if (!orvane::cli::holdStandardStreams()) return orvane::cli::kUnusable;
   std::setlocale(LC_CTYPE, "C.UTF-8");  // names are UTF-8, wherever the command runs
   // A reader that went away and a file that may not grow are reported, like a full disk.
   std::signal(SIGPIPE, SIG_IGN);

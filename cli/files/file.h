@@ -1,15 +1,12 @@
-// An open file, and what the system says when it refuses something.
+// Open files: reading and writing whatever interrupts it, and what the system says when it refuses.
 
 #ifndef ORVANE_CLI_FILES_FILE_H_
 #define ORVANE_CLI_FILES_FILE_H_
 
-#include <unistd.h>
+#include <sys/types.h>
 
-#include <cerrno>
 #include <string>
-#include <system_error>
-
-#include "cli/files/failure.h"
+#include <string_view>
 
 namespace orvane::cli {
 
@@ -19,21 +16,30 @@ class File {
   explicit File(int descriptor) : descriptor_(descriptor) {}
   File(const File&) = delete;
   File& operator=(const File&) = delete;
-  ~File() {
-    if (isOpen()) ::close(descriptor_);
-  }
+  ~File() { close(); }
 
   bool isOpen() const { return descriptor_ >= 0; }
   int descriptor() const { return descriptor_; }
+
+  // Whether all that was written is accepted, as some file systems tell only now.
+  bool close();
 
  private:
   int descriptor_;
 };
 
+// Reads up to `size` bytes, and waits where a file would rather be asked again. Returns 0 at the
+// end, and -1 when the system refuses.
+ssize_t readSome(int descriptor, char* to, std::size_t size);
+
+// Writes the whole text, however little the system takes at once. Returns false when it refuses.
+bool writeAll(int descriptor, std::string_view text);
+
+// Has the system store what was written, where it can.
+bool sync(int descriptor);
+
 // Throws the Failure "what: reason", with the reason that errno gives.
-[[noreturn]] inline void failAsErrno(const std::string& what) {
-  throw Failure(what + ": " + std::generic_category().message(errno));
-}
+[[noreturn]] void failAsErrno(const std::string& what);
 
 }  // namespace orvane::cli
 

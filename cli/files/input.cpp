@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstddef>
 #include <string_view>
 
@@ -44,12 +43,9 @@ Input readAll(const std::string& path, bool isText) {
   startProgress(input.name);
   std::string room(std::size_t{1} << 17U, '\0');
   for (;;) {
-    const ssize_t count = ::read(file.descriptor(), room.data(), room.size());
+    const ssize_t count = readSome(file.descriptor(), room.data(), room.size());
     if (count == 0) return input;
-    if (count < 0) {
-      if (errno == EINTR) continue;
-      failAsErrno("cannot read " + input.name);
-    }
+    if (count < 0) failAsErrno("cannot read " + input.name);
     const std::string_view block(room.data(), static_cast<std::size_t>(count));
     if (isText) rejectNul(block, input.text.size(), input.name);
     if (input.text.empty()) input.text.reserve(sizeOf(file));

@@ -1,152 +1,121 @@
 #include "cli/files/output.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <atomic>
 #include <cerrno>
-#include <climits>
-#include <csignal>
 #include <cstddef>
-#include <cstdio>
-#include <cstdlib>
 #include <optional>
-#include <utility>
+#include <system_error>
 
 #include "cli/files/failure.h"
 #include "cli/files/file.h"
+#include "cli/files/replacement.h"
 #include "cli/terminal/progress.h"
 #include "cli/terminal/text.h"
 
 namespace orvane::cli {
 namespace {
 
+namespace fs = std::filesystem;
+
+constexpr int kMostLinks = 40;
+constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+
 bool isReported = false;
-
-// The path of the file that is to take a place but has not yet. A signal that ends the process
-// takes that file along; no more than one is written at a time.
-std::atomic<const char*> unfinished = nullptr;
-
-void removeUnfinished(int signal) {
-  const char* const path = unfinished;
-  if (path != nullptr) ::unlink(path);
-  std::signal(signal, SIG_DFL);
-  std::raise(signal);
-}
-
-void watchSignals() {
-  for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
-    if (std::signal(signal, &removeUnfinished) == SIG_IGN) std::signal(signal, SIG_IGN);
-  }
-}
-
-bool writeAll(int descriptor, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t count = ::write(descriptor, text.data(), text.size());
-    if (count >= 0) {
-      text.remove_prefix(static_cast<std::size_t>(count));
-    } else if (errno != EINTR) {
-      return false;
-    }
-  }
-  return true;
-}
 
 using Status = struct stat;
 
-std::optional<Status> statusOf(const std::string& path) {
+std::optional<Status> statusOf(const fs::path& path) {
   Status status{};
-  if (::stat(path.c_str(), &status) != 0) return std::nullopt;
-  return status;
-}
-
-std::optional<Status> statusOfInput(const std::string& path) {
-  if (path != "-") return statusOf(path);
-  Status status{};
-  if (::fstat(STDIN_FILENO, &status) != 0) return std::nullopt;
-  return status;
+  const bool isKnown =
+      path == "-" ? ::fstat(STDIN_FILENO, &status) == 0 : ::stat(path.c_str(), &status) == 0;
+  return isKnown ? std::optional(status) : std::nullopt;
 }
 
 bool sameFile(const Status& a, const Status& b) {
   return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
-mode_t modeOfNewFile() {
-  const mode_t mask = ::umask(0);
-  ::umask(mask);
-  return 0666 & ~mask;
-}
+// Where an output goes: into what is open already, or in the place of a file.
+struct Target {
+  fs::path path;
+  std::optional<int> descriptor;
+};
 
-// A link stays a link: the file that it leads to is replaced.
-std::string resolved(const std::string& path) {
-  const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr),
-                                                         &std::free);
-  return real ? real.get() : path;
-}
-
-// Throws Failure unless `path` names a regular file that is none of the inputs.
-void requireReplaceable(const std::string& name, const Status& existing,
-                        const std::vector<std::string>& inputs) {
-  if (!S_ISREG(existing.st_mode)) {
-    throw Failure("cannot write " + name + ": it is no regular file");
-  }
-  for (const std::string& input : inputs) {
-    const std::optional<Status> status = statusOfInput(input);
-    if (status && sameFile(*status, existing)) {
-      throw Failure("cannot write " + name + ": it is the input");
+// Follows links one by one, since the last may lead to a file that is yet to be made, and since one
+// of them may name an open file rather than a path: what is open can hold more than is written now.
+// Nothing when they lead nowhere; errno says why.
+std::optional<Target> follow(fs::path path) {
+  std::error_code error;
+  for (int links = 0; links < kMostLinks; ++links) {
+    const fs::path directory = path.has_parent_path() ? path.parent_path() : ".";
+    if (fs::equivalent(directory, "/proc/self/fd", error)) {
+      const auto number = parseDecimal<unsigned int>(path.filename().native());
+      if (number) return Target{path, static_cast<int>(*number)};
     }
+    if (!fs::is_symlink(fs::symlink_status(path, error))) return Target{path, std::nullopt};
+    path = directory / fs::read_symlink(path, error);
   }
+  errno = ELOOP;
+  return std::nullopt;
+}
+
+// Why a file is not to be replaced; "" when it is.
+std::string objectionTo(const fs::path& path, const Status& existing,
+                        const std::vector<std::string>& inputs) {
+  if (!S_ISREG(existing.st_mode)) return "it is no regular file";
+  for (const std::string& input : inputs) {
+    const std::optional<Status> status = statusOf(input);
+    if (status && sameFile(*status, existing)) return "it is the input";
+  }
+  if (existing.st_nlink > 1) return "it has other hard links";
+  const bool mayWrite = ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+  return mayWrite && (existing.st_mode & kAnyWrite) != 0 ? "" : "it is read-only";
+}
+
+bool isStandard(const std::string& path) { return path.empty() || path == "-"; }
+
+// Closing a second descriptor tells as much as closing the one that others may still use.
+bool isAccepted(int descriptor) {
+  File second(::dup(descriptor));
+  return second.isOpen() && second.close();
 }
 
 }  // namespace
 
-// A file beside `target` that disappears unless it takes its place.
-class Replacement {
- public:
-  explicit Replacement(std::string target)
-      : target_(std::move(target)), path_(target_ + ".XXXXXX"), file_(::mkstemp(path_.data())) {
-    if (!file_.isOpen()) return;
-    unfinished = path_.c_str();
-    watchSignals();
-  }
-  Replacement(const Replacement&) = delete;
-  Replacement& operator=(const Replacement&) = delete;
-  ~Replacement() {
-    if (file_.isOpen() && !committed_) ::unlink(path_.c_str());
-    unfinished = nullptr;
-  }
-
-  bool isOpenWith(mode_t mode) const {
-    return file_.isOpen() && ::fchmod(file_.descriptor(), mode) == 0;
-  }
-
-  bool write(std::string_view text) const { return writeAll(file_.descriptor(), text); }
-
-  bool commit() {
-    committed_ = ::fsync(file_.descriptor()) == 0 && ::rename(path_.c_str(), target_.c_str()) == 0;
-    return committed_;
-  }
-
- private:
-  std::string target_;
-  std::string path_;
-  File file_;
-  bool committed_ = false;
-};
-
 Output::Output(const std::string& path, const std::vector<std::string>& inputs)
-    : name_(path.empty() ? "to standard output" : escape(path)) {
+    : name_(isStandard(path) ? "to standard output" : escape(path)) {
   endProgress();
-  if (path.empty()) return;
-  const std::optional<Status> existing = statusOf(path);
-  if (existing) requireReplaceable(name_, *existing, inputs);
-  replacement_ = std::make_unique<Replacement>(existing ? resolved(path) : path);
-  const mode_t mode = existing ? existing->st_mode & 07777 : modeOfNewFile();
-  if (!replacement_->isOpenWith(mode)) failAsErrno("cannot write " + name_);
+  if (isStandard(path)) {
+    descriptor_ = STDOUT_FILENO;
+    return;
+  }
+  const std::optional<Target> target = follow(path);
+  if (!target) failAsErrno("cannot write " + name_);
+  if (target->descriptor) {
+    descriptor_ = *target->descriptor;
+  } else {
+    replace(target->path, inputs);
+  }
 }
 
 Output::~Output() = default;
+
+void Output::replace(const fs::path& target, const std::vector<std::string>& inputs) {
+  const std::optional<Status> existing = statusOf(target);
+  if (!existing && errno != ENOENT) failAsErrno("cannot write " + name_);
+  if (existing) {
+    const std::string objection = objectionTo(target, *existing, inputs);
+    if (!objection.empty()) throw Failure("cannot write " + name_ + ": " + objection);
+  }
+  replacement_ = std::make_unique<Replacement>(target);
+  if (!replacement_->isOpen()) failAsErrno("cannot write " + name_);
+  const bool taken =
+      existing ? replacement_->takeAttributes(*existing) : replacement_->takeDefaultAttributes();
+  if (!taken) failAsErrno("cannot write " + name_ + " with its owner and permissions");
+}
 
 void Output::write(std::string_view text) {
   if (text.size() < kPiece) {
@@ -159,7 +128,9 @@ void Output::write(std::string_view text) {
 
 void Output::finish() {
   writeWaiting();
-  if (replacement_ && !replacement_->commit()) failAsErrno("cannot write " + name_);
+  if (!(replacement_ ? replacement_->commit() : isAccepted(descriptor_))) {
+    failAsErrno("cannot write " + name_);
+  }
 }
 
 void Output::writeWaiting() {
@@ -168,7 +139,7 @@ void Output::writeWaiting() {
 }
 
 void Output::writeNow(std::string_view text) {
-  const bool done = replacement_ ? replacement_->write(text) : writeAll(STDOUT_FILENO, text);
+  const bool done = replacement_ ? replacement_->write(text) : writeAll(descriptor_, text);
   if (!done) failAsErrno("cannot write " + name_);
 }
 
@@ -183,7 +154,8 @@ void writeError(const std::string& message) {
   if (message.empty()) return;
   isReported = true;
   endProgress();
-  std::fputs(message.c_str(), stderr);
+  // Where even this cannot be written, the exit status has to do.
+  static_cast<void>(writeAll(STDERR_FILENO, message));
 }
 
 bool hasReported() { return isReported; }

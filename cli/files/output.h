@@ -4,6 +4,7 @@
 #define ORVANE_CLI_FILES_OUTPUT_H_
 
 #include <cstddef>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -13,13 +14,14 @@ namespace orvane::cli {
 
 class Replacement;
 
-// Where a result goes as it is made, in large pieces: standard output, or a file beside the one
-// that it replaces, whose place it takes at the end, so that there is either the old one or the new
-// one whole. To be made when all inputs have been read. Every operation throws Failure when
-// something cannot be written.
+// Where a result goes as it is made, in large pieces: an open file such as standard output, or a
+// file beside the one that it replaces, whose place it takes at the end, so that there is either
+// the old one or the new one whole. To be made when all inputs have been read. Every operation
+// throws Failure when something cannot be written.
 class Output {
  public:
-  // To the file `path`, which may be none of `inputs`, or, when it is empty, to standard output.
+  // To the file `path`, which may be none of `inputs`, or, when it is empty or "-", to standard
+  // output. A path such as /dev/stdout, which names what is open, is written through.
   Output(const std::string& path, const std::vector<std::string>& inputs);
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
@@ -40,12 +42,14 @@ class Output {
  private:
   static constexpr std::size_t kPiece = std::size_t{1} << 20U;
 
+  void replace(const std::filesystem::path& target, const std::vector<std::string>& inputs);
   void writeWaiting();
   void writeNow(std::string_view text);
 
   std::string waiting_;
-  std::string name_;                          // as messages show it
-  std::unique_ptr<Replacement> replacement_;  // none for standard output
+  std::string name_;  // as messages show it
+  std::unique_ptr<Replacement> replacement_;
+  int descriptor_ = -1;  // of what is written through
 };
 
 // Writes a result that is one text.

@@ -37,7 +37,7 @@ TEST_F(FilesTest, LeaveNothingUnfinishedWhenASignalEndsTheCommand) {
   write("kept", "old");
   const std::ptrdiff_t before = files();
   run("apps --json large --output kept & "
-      "while kill -0 $! && ! ls kept.*; do :; done; kill -TERM $!; wait");
+      "while kill -0 $! && ! ls .orvane-*; do :; done; kill -TERM $!; wait");
   EXPECT_EQ(files(), before + 3);  // what a run reads and writes
 }
 
