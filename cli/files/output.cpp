@@ -27,11 +27,13 @@ bool isReported = false;
 
 using Status = struct stat;
 
+// Nothing for a file that is not there. What cannot be told may be the very file to keep.
 std::optional<Status> statusOf(const fs::path& path) {
   Status status{};
-  const bool isKnown =
-      path == "-" ? ::fstat(STDIN_FILENO, &status) == 0 : ::stat(path.c_str(), &status) == 0;
-  return isKnown ? std::optional(status) : std::nullopt;
+  const int refused = path == "-" ? ::fstat(STDIN_FILENO, &status) : ::stat(path.c_str(), &status);
+  if (refused == 0) return status;
+  if (errno != ENOENT && errno != ENOTDIR) failAsErrno("cannot look at " + escape(path.native()));
+  return std::nullopt;
 }
 
 bool sameFile(const Status& a, const Status& b) {
@@ -46,20 +48,22 @@ struct Target {
 
 // Follows links one by one, since the last may lead to a file that is yet to be made, and since one
 // of them may name an open file rather than a path: what is open can hold more than is written now.
-// Nothing when they lead nowhere; errno says why.
-std::optional<Target> follow(fs::path path) {
+Target follow(fs::path path) {
   std::error_code error;
   for (int links = 0; links < kMostLinks; ++links) {
     const fs::path directory = path.has_parent_path() ? path.parent_path() : ".";
     if (fs::equivalent(directory, "/proc/self/fd", error)) {
       const auto number = parseDecimal<unsigned int>(path.filename().native());
-      if (number) return Target{path, static_cast<int>(*number)};
+      if (number) return {path, static_cast<int>(*number)};
     }
-    if (!fs::is_symlink(fs::symlink_status(path, error))) return Target{path, std::nullopt};
-    path = directory / fs::read_symlink(path, error);
+    const fs::file_type type = fs::symlink_status(path, error).type();
+    if (type != fs::file_type::none && type != fs::file_type::symlink) return {path, std::nullopt};
+    const fs::path next = fs::read_symlink(path, error);
+    if (error) throw Failure("cannot look at " + escape(path.native()) + ": " + error.message());
+    path = directory / next;
   }
   errno = ELOOP;
-  return std::nullopt;
+  failAsErrno("cannot look at " + escape(path.native()));
 }
 
 // Why a file is not to be replaced; "" when it is.
@@ -92,12 +96,11 @@ Output::Output(const std::string& path, const std::vector<std::string>& inputs)
     descriptor_ = STDOUT_FILENO;
     return;
   }
-  const std::optional<Target> target = follow(path);
-  if (!target) failAsErrno("cannot write " + name_);
-  if (target->descriptor) {
-    descriptor_ = *target->descriptor;
+  const Target target = follow(path);
+  if (target.descriptor) {
+    descriptor_ = *target.descriptor;
   } else {
-    replace(target->path, inputs);
+    replace(target.path, inputs);
   }
 }
 
@@ -105,7 +108,6 @@ Output::~Output() = default;
 
 void Output::replace(const fs::path& target, const std::vector<std::string>& inputs) {
   const std::optional<Status> existing = statusOf(target);
-  if (!existing && errno != ENOENT) failAsErrno("cannot write " + name_);
   if (existing) {
     const std::string objection = objectionTo(target, *existing, inputs);
     if (!objection.empty()) throw Failure("cannot write " + name_ + ": " + objection);
