@@ -2,6 +2,7 @@
 
 #include <arpa/inet.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
@@ -10,7 +11,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -83,19 +83,28 @@ std::string contentsOf(const std::string& path) {
 
 using PortsByAddress = std::map<std::pair<Protocol, std::uint32_t>, std::set<unsigned short>>;
 
-void readTable(const SocketTable& table, const std::string& contents, OrvaneFindings& findings,
+// Takes what stands before the first of these characters, and that character.
+std::string_view take(std::string_view& text, const char* end) {
+  const std::string_view taken = text.substr(0, text.find_first_of(end));
+  text.remove_prefix(std::min(taken.size() + 1, text.size()));
+  return taken;
+}
+
+std::string_view takeField(std::string_view& line) {
+  constexpr const char* kBlanks = " \t\v\f\r";
+  line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
+  return take(line, kBlanks);
+}
+
+void readTable(const SocketTable& table, std::string_view contents, OrvaneFindings& findings,
                PortsByAddress& found) {
-  std::istringstream lines(contents);
-  std::string line;
-  std::getline(lines, line);  // the heading
-  for (std::size_t number = 2; std::getline(lines, line); ++number) {
-    std::istringstream fields(line);
-    std::string slot;
-    std::string local;
-    std::string remote;
-    std::string state;
-    fields >> slot >> local >> remote >> state;
-    const auto address = parseLocalAddress(local, table.isIpv6);
+  take(contents, "\n");  // the heading
+  for (std::size_t number = 2; !contents.empty(); ++number) {
+    std::string_view line = take(contents, "\n");
+    takeField(line);  // the slot
+    const auto address = parseLocalAddress(takeField(line), table.isIpv6);
+    takeField(line);  // the other end
+    const std::string_view state = takeField(line);
     if (!address || state.empty()) {
       findings.add(
           {number, kOrvaneFindingError, "socket", "", "this line is no socket and is skipped"});
