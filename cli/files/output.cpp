@@ -50,9 +50,11 @@ struct Target {
 // of them may name an open file rather than a path: what is open can hold more than is written now.
 Target follow(fs::path path) {
   std::error_code error;
+  const std::optional<Status> openFiles = statusOf("/proc/self/fd");
   for (int links = 0; links < kMostLinks; ++links) {
     const fs::path directory = path.has_parent_path() ? path.parent_path() : ".";
-    if (fs::equivalent(directory, "/proc/self/fd", error)) {
+    const std::optional<Status> around = statusOf(directory);
+    if (around && openFiles && sameFile(*around, *openFiles)) {
       const auto number = parseDecimal<unsigned int>(path.filename().native());
       if (number) return {path, static_cast<int>(*number)};
     }
