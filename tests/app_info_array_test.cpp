@@ -38,12 +38,13 @@ OrvaneApplication makeEntryApplication(unsigned int upid, const char* ports,
 TEST(AppInfoArray, FindsTheFirstEntry) {
   OrvaneAppInfoArray catalogue;
   EXPECT_EQ(catalogue.find(0), nullptr);
-  for (const unsigned int upid : {5U, 7U, 5U}) catalogue.add(makeEntry(upid, "", upid));
+  for (const unsigned int upid : {5U, 7U, 5U}) catalogue.add(makeEntry(upid, "80", upid));
   EXPECT_EQ(catalogue.find(5), catalogue.begin());
   EXPECT_EQ(catalogue.find(7), catalogue.begin() + 1);
   EXPECT_EQ(catalogue.find(6), catalogue.end());
   for (int count = 0; count < 20; ++count) catalogue.add(*catalogue.begin());  // its own
   EXPECT_EQ(catalogue.size(), 23U);
+  EXPECT_EQ(catalogue.getNumPortsUsed(), 23);
   EXPECT_EQ(catalogue.begin()[22].getVersion(), 5U);
 }
 
@@ -188,7 +189,7 @@ TEST(AppInfoArray, ReplacesTheTextsThatItRuns) {
   catalogue.getSection({}, true);
   catalogue.getPorts();
   catalogue.getMergedAppMappingSection(mapping, {7}, true);
-  catalogue.begin()[1].getEnumPorts();
+  makeEntry(2, "4,5,6-7").getEnumPorts();
   EXPECT_EQ(texts(), "Version=0\nPortType=1\nUPID=1|1,2-3|2-3|5");
   EXPECT_EQ(catalogue.getAppMappingSection(mapping, {}, true), whole);
 }

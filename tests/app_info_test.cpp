@@ -141,6 +141,7 @@ TEST(AppInfo, LooksKeysUpAtEachCall) {
   names[0] = number;
   names[2] = sameNumber;
   char longName[] = "ReservedForTheThirdTime";
+  char lines[] = "a\nb";
   names[6] = longName;
   names[7] = nullptr;
   *names[1] = 'p';
@@ -151,6 +152,30 @@ TEST(AppInfo, LooksKeysUpAtEachCall) {
             "Number=4\nportType=3\nNUMBER=4\nPortRange=6,60-61\nReserved1=5\nReserved2=4\n"
             "ReservedForTheThirdTime=8\n=name\n"s);
   *names[1] = 'P';
+  std::ranges::copy(kept, names);
+  names[2] = sameNumber;  // two that differ in letter case alone
+  names[0] = number;
+  entry.setSection("Number=6\n;\n");
+  EXPECT_TRUE(entry.getVersion() == 6 && entry.getUPID() == 6);
+  std::ranges::copy(kept, names);
+  names[0] = lines;  // which no key can be
+  entry.setSection("a\nb=7\n;\n");
+  EXPECT_EQ(entry.getVersion(), 6U);
+  // Names and values as long as they may be.
+  std::string longest(200, 'k');
+  std::string expected;
+  std::ranges::fill(names, longest.data());
+  entry.setSection((longest + "=4294967295\n;\n").c_str());
+  entry.setPorts("4294967295-1");
+  entry.setFQN(std::string(127, 'n').c_str());
+  for (const std::string& value :
+       {"4294967295"s, "-1"s, "4294967295"s, "4294967295-1"s, "4294967295"s, "4294967295"s,
+        "4294967295"s, std::string(127, 'n')}) {
+    expected += longest + "=" + value + "\n";
+  }
+  std::string text;
+  entry.appendSection(text, true);
+  EXPECT_EQ(text, expected + ";\n");
   std::ranges::copy(kept, names);
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <ctime>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,20 @@ TEST(AppMappingSections, AreRead) {
   while (text.size() < 80000) text += ";\n";
   mapping.setSection(text.c_str());
   EXPECT_EQ(mapping.size(), 40000);  // more than the identifiers that one second has
+  text.clear();
+  for (int id = 0; id < 40; ++id) {  // tables of any fill, and one application without a key
+    text += "GroupID=" + std::to_string(id) + "\n;\n";
+    mapping.setSection((text + ";\n" + text).c_str());
+    ASSERT_EQ(mapping.size(), static_cast<std::size_t>(id) + 2);
+  }
+  // An identifier that is drawn is none of those before it, whichever it is.
+  for (std::time_t id = std::time(nullptr) + 2000, end = id + 0x8000 * 1024; id < end; id += 1024) {
+    for (int second = 0; second < 3; ++second) {
+      text += "GroupID=" + std::to_string(id + second) + "\n;\n";
+    }
+  }
+  mapping.setSection((text + ";\n").c_str());
+  EXPECT_EQ(mapping.findId(mapping.back().getID()), &mapping.back());
 }
 
 TEST(AppMappingSections, AreReadLikeTheirGroupsOneByOne) {

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <initializer_list>
 #include <string>
 
+#include "orvane/comparison.h"
 #include "plain_collection.h"
 #include "sample.h"
 
@@ -92,14 +94,56 @@ TEST(AppMapping, RemovesAndMarksDeleted) {
 }
 
 TEST(AppMapping, ReadsRecords) {
-  OrvaneAppMapping mapping = makeMapping({7, 8});
+  OrvaneAppMapping mapping = makeMapping({7, 8, 9});
   for (const char* record : {"443|2|1|2|7|Mail|4|3", "443|2|1|2||Mail|4|3", "|2|1|2|8|Mail|4|3",
                              "444|2|1|2|7|Mail|5|3"}) {
     mapping.add(makeRecord(record).data());
   }
   EXPECT_EQ(show(mapping),
-            " 8 1 0 0 -1 101\nMail 0 2 1 0 -1 0\n  443| 2 0 4 3 -1 -1\n"
+            " 8 1 0 0 -1 101\n 9 1 0 0 -1 102\nMail 0 2 1 0 -1 0\n  443| 2 0 4 3 -1 -1\n"
             " 7 1 0 0 -1 100\n  443,444| 2 0 4 3 -1 -1\n");
+}
+
+// As many as sorting does not treat one by one.
+TEST(AppMapping, KeepsTheOrderOfWhatIsAlike) {
+  OrvaneAppMapping mapping;
+  OrvanePortMapping item;
+  std::string ranges;
+  std::string section;
+  for (int i = 0; i < 40; ++i) {
+    mapping.addEx(makeApplication(7, "A"))->setID(i);
+    item.getRanges().emplace(9, 100 + i);
+    ranges += ",9-" + std::to_string(100 + i);
+    section += "IPv4=1\nUniqueBlockNumber=" + std::to_string(i) + "\n;\n";
+  }
+  mapping.addEx(makeApplication(1))->setID(-1);
+  for (const bool byName : {true, false, true}) {
+    byName ? mapping.sortByName() : mapping.sortByUpid();
+    for (int i = 0; i < 41; ++i) EXPECT_EQ(mapping[static_cast<std::size_t>(i)].getID(), i - 1);
+    std::rotate(mapping.begin(), mapping.begin() + 1, mapping.end());
+  }
+  item.getRanges().emplace(5, 200);
+  EXPECT_EQ(item.getPortsAsString(), "5-200" + ranges);
+  EXPECT_EQ(OrvanePortMapping::sortPorts((ranges + ",5-200").c_str()), "5-200" + ranges);
+  OrvaneApplication read;
+  read.setSection((section + "IPv4=0\n;\n").c_str());
+  EXPECT_EQ(read.getItems().back().getUniqueBlockNumber(), 0U);
+}
+
+// Callers write into the field, and may leave anything behind the NUL.
+TEST(AppMapping, EndsNamesAtTheirNul) {
+  for (const std::string name : {"Web", ""}) {
+    OrvaneAppMapping one;
+    one.addEx(makeApplication(7, name.c_str(), {makeItem(1, "80")}))->setAction(kOrvaneActionAdd);
+    const OrvaneAppMapping other = one;
+    one[0].getName()[name.size() + 1] = 'x';
+    EXPECT_STREQ(one.getUpdatedSection(other, true), "");
+    EXPECT_TRUE(OrvaneComparison(one, other).empty());
+    EXPECT_TRUE(!one[0].lexItemsLess(other[0]) && !other[0].lexItemsLess(one[0]));
+    EXPECT_EQ(one.find(name.c_str(), kOrvaneCategory0, kOrvaneSelectorTypeDefault), one.data());
+    const std::string section = one.getSection(true);
+    EXPECT_EQ(other.getSection(true), section);
+  }
 }
 
 TEST(AppMapping, TakesNewApplicationsOverAndPassesUpidsOn) {
@@ -110,6 +154,7 @@ TEST(AppMapping, TakesNewApplicationsOverAndPassesUpidsOn) {
     OrvaneAppMapping plain(mapping);
     OrvaneAppMapping plainOther(other);
     const std::string before = show(mapping) + "and\n" + show(other);
+    mapping.removeNew(mapping);  // nothing is new to itself
     if (random.below(2) == 0) {
       mapping.updateNew(other);
       plain::updateNew(plain, plainOther);

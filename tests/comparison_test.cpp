@@ -87,6 +87,9 @@ TEST(Comparison, TellsFacts) {
     EXPECT_EQ(comparison[0].newer, newer.data());
     for (const OrvaneFact& fact : comparison[0].getFacts()) {
       EXPECT_EQ(fact.item != nullptr, fact.fact >= kOrvaneFactItem);
+      if (fact.item == nullptr) continue;
+      const OrvanePortMapping* const held = newer[0].getItems().find(*fact.item);
+      EXPECT_TRUE(held == newer[0].getItems().end() || held == fact.item) << test.facts;
     }
   }
 }

@@ -111,6 +111,9 @@ TEST(PortCounter, KeepsPortsAndSocketsApart) {
   EXPECT_EQ(counter.checkPorts({22, 443, 1500, 1600}), 1500);
   EXPECT_TRUE(counter.checkRange({400, 500}) && counter.checkRange({0, 10}));
   EXPECT_FALSE(counter.checkRange({81, 442}) || counter.checkSocket(kAddress, 80));
+  counter.add("70000-70010");
+  EXPECT_TRUE(counter.checkRanges({{1, 2}, {3, 4}, {5, 6}, {70010, 70011}}));
+  EXPECT_FALSE(counter.checkRanges({{1, 2}, {3, 4}, {5, 6}, {70011, 70012}}));
   for (const char* text : {"443", "400-500", "80,1000-2000,444-500"}) {
     OrvanePortMapping mapping;
     mapping.setPorts(text);
@@ -140,6 +143,13 @@ TEST(PortCounter, RegistersRemovesAndWrites) {
     step.change(counter);
     EXPECT_EQ(counter.toString(), step.text);
   }
+  OrvanePortCounter longest;
+  longest.addSocket(0xFFFFFFFF, "65535");
+  std::string text;
+  longest.appendText(text);
+  EXPECT_EQ(text, "255.255.255.255:65535 ");
+  longest.addSocket(0, "10-20,5-30,7");  // its only range goes and comes
+  EXPECT_EQ(longest.toString(), "0.0.0.0:7 ,255.255.255.255:65535 ");
   const char* const portText = OrvanePort("60000").getPortStr();
   EXPECT_EQ(outcome([&] { return counter.toString().front(); }), "48, 30-31");
   EXPECT_STREQ(portText, "9");

@@ -63,6 +63,8 @@ TEST(PortMapping, AddsSetsPlainlyAndRangesWithMerging) {
   mapping.addPorts({1, 80, 65535});
   EXPECT_NE(mapping.overlap({65535, 70000}), mapping.getPorts().end());
   mapping.addPorts(mapping.getPorts());
+  mapping.replacePorts(mapping.getPorts());
+  mapping.setRanges(mapping.getRanges());
   EXPECT_EQ(showSets(mapping), "1,80,65535|1-9,70-90,1500-2000");
   EXPECT_EQ(mapping.findOverlapped({9, 80})->getEnd(), 9U);
   EXPECT_EQ(mapping.findOverlapped({91, 99}), mapping.getRanges().end());

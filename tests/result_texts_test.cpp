@@ -25,7 +25,7 @@ struct Sample {
         application(makeApplication(7, name, {item})),
         other(makeApplication(5, name, {item})),
         port(std::to_string(*item.getPorts().begin()).c_str()),
-        range(*item.getRanges().begin()),
+        range(*item.getRanges().rbegin()),
         ini(application.getSection(true)) {
     application.setAction(kOrvaneActionUpdate);
     other.setAction(kOrvaneActionUpdate);
@@ -72,9 +72,10 @@ const Operation kOperations[] = {
     {"range", [](S s) { return s.range.getText(); }, ""}};
 
 TEST(ResultTexts, AreSharedByObjectsAndReplacedByTheirOperationsOnly) {
-  // The second texts are no longer than the first, so that they stand at the same place.
-  const Sample first(0xC0A8010A, "10000,20000-30000,40000", "a name");
-  const Sample second(0x01020304, "10,20-30,40", "");
+  // The second texts are no longer than the first, so that they stand at the same place. The range
+  // that ends last is not the one that is written last.
+  const Sample first(0xC0A8010A, "60000,10000-20000,30000-40000,15000-45000", "a name");
+  const Sample second(0x01020304, "60,10-20,30-40,15-45", "");
   for (const Operation& operation : kOperations) {
     std::vector<const char*> texts;
     for (const Operation& other : kOperations) texts.push_back(other.run(first));
@@ -103,6 +104,17 @@ TEST(ResultTexts, StayWhereNothingOfTheirsIsWritten) {
   EXPECT_STREQ(range, "1-2");
   makeApplication(1, "", {makeItem(1, "5-6"), makeItem(2, "80")}).getSection(true);
   EXPECT_STREQ(range, "5-6");
+  OrvaneAppMapping mapping;
+  mapping.assign({makeApplication(1, "", {makeItem(1, "5")}), makeApplication(2)});
+  const char* const added = mapping[0].getAddNewSection(true);
+  const char* const whole = mapping.getSection(true);
+  const std::string text = whole;
+  mapping.getAddNewSection(true);
+  EXPECT_STREQ(added, "");  // of the last application
+  OrvaneAppMapping().getSection(true);
+  std::string buffer(text.size() + 1, '#');
+  mapping.getSection(buffer.data());
+  EXPECT_EQ(whole, text);
   const std::string_view section = makeApplication(1, "", {makeItem(1, "7")}).getSection(true);
   OrvaneAppMapping().getUpdatedSection(OrvaneAppMapping(), true);
   EXPECT_TRUE(section.starts_with("PortRange=7\n"));

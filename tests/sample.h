@@ -107,7 +107,9 @@ class Random {
                                          "IPv4", "ipv4",     "SelectorType", "other"};
     std::string text = "GroupID=" + std::to_string(below(5)) + "\n\n";
     for (unsigned int count = below(8); count > 0; --count) {
-      text += std::string(kKeys[below(kKeys.size())]) + "=" + std::to_string(below(5)) + "\n";
+      const char* const above2To31 = below(4) == 0 ? "300000000" : "";
+      text += std::string(kKeys[below(kKeys.size())]) + "=" + above2To31 +
+              std::to_string(below(5)) + "\n";
     }
     if (below(2) == 0) text += "UniqueBlockNumber=7\nSelectorTypeInfo=2\n";
     if (below(4) != 0) text += "PortRange=" + token(5) + "," + token(5) + "," + token(5) + "\n";

@@ -53,7 +53,9 @@ void compareWithPlainVector() {
       }
     }
     if (step % 100 == 0) vector = sorted_vector<Tagged, kUnique>(vector);
-    if (step % 100 == 50) vector = *&vector;
+    auto& same = vector;
+    if (step % 100 == 50) vector = same;
+    if (step % 100 == 70) vector = std::move(same);
     ASSERT_TRUE(std::equal(vector.begin(), vector.end(), plain.begin(), plain.end(),
                            [](const Tagged& element, const auto& held) {
                              return element.key == held.first && element.tag == held.second;

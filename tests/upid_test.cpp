@@ -73,8 +73,9 @@ TEST(UpidNode, GivesItsRecord) {
 // One record for all nodes, of which the checked twins know nothing.
 TEST(UpidNode, ShowsTheLastNodeThatATrustingOperationWrote) {
   OrvaneUpidTree nodes;
-  nodes.setBuffer(tree(3, 6, record(1, "", 3, 1) + record(2) + record(3)).data(), 0);
+  nodes.setBuffer(tree(3, 6, record(1, "", 2, 2) + record(2, "", 0, 0, 3) + record(3)).data(), 0);
   OrvaneUpidArray array;
+  array.add(nodes[1]);
   array.add(nodes[2]);
   std::string room(3 * kSize, '\0');
   int length = 0;
@@ -114,6 +115,7 @@ TEST(UpidNode, KeepsFlagsAndValidityTogether) {
     node = OrvaneUpidNode(node);
     EXPECT_EQ(node.valid, static_cast<int>(c.flags & 1));
     node.setValid(c.valid);
+    node.copy(&node);
     EXPECT_EQ(node.valid, c.valid);
     EXPECT_EQ(node.getFlags(), c.changed);
     EXPECT_EQ(node.getValid(), c.valid != 0 ? 1 : 0);
@@ -280,6 +282,22 @@ TEST(UpidTree, WritesLongChainsStepByStep) {
       }
     }
   }
+}
+
+// More nodes than 16 bits count, from the last to the first, each the sibling of the next.
+TEST(UpidTree, HoldsLargeTrees) {
+  constexpr unsigned int kMany = 70'000;
+  std::string records;
+  for (unsigned int upid = kMany; upid > 0; --upid) {
+    records += record(upid, "", kMany - 1, 0, upid - 1);
+  }
+  OrvaneUpidTree held;
+  EXPECT_TRUE(held.setBufferChecked(tree(kMany, 6, records)));
+  EXPECT_EQ(held.size(), kMany);
+  std::string room(records.size(), '\0');
+  const std::size_t length = (kMany - 2) * kSize;  // the node itself and the last are no children
+  EXPECT_EQ(held.getChildrenBufferChecked(kMany, room), length);
+  EXPECT_EQ(room.substr(0, length), records.substr(kSize, length));
 }
 
 TEST(UpidArray, ReadsTheRecordsThatALengthHolds) {
