@@ -63,9 +63,10 @@ TEST(AppMappingSections, AreRead) {
     ASSERT_EQ(mapping.size(), static_cast<std::size_t>(id) + 2);
   }
   // An identifier that is drawn is none of those before it, whichever it is.
-  for (std::time_t id = std::time(nullptr) + 2000, end = id + 0x8000 * 1024; id < end; id += 1024) {
+  const std::time_t lowest = std::time(nullptr) + 2000;
+  for (std::time_t drawn = 0; drawn < 0x8000; ++drawn) {
     for (int second = 0; second < 3; ++second) {
-      text += "GroupID=" + std::to_string(id + second) + "\n;\n";
+      text += "GroupID=" + std::to_string(lowest + drawn * 1024 + second) + "\n;\n";
     }
   }
   mapping.setSection((text + ";\n").c_str());
