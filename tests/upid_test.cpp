@@ -284,20 +284,21 @@ TEST(UpidTree, WritesLongChainsStepByStep) {
   }
 }
 
-// More nodes than 16 bits count, from the last to the first, each the sibling of the next.
+// More nodes than 16 bits count, from the last to the first, each but the last with the next one as
+// sibling.
 TEST(UpidTree, HoldsLargeTrees) {
   constexpr unsigned int kMany = 70'000;
   std::string records;
   for (unsigned int upid = kMany; upid > 0; --upid) {
-    records += record(upid, "", kMany - 1, 0, upid - 1);
+    records += record(upid, "", 2, 0, upid < kMany ? upid + 1 : 0);
   }
   OrvaneUpidTree held;
   EXPECT_TRUE(held.setBufferChecked(tree(kMany, 6, records)));
   EXPECT_EQ(held.size(), kMany);
   std::string room(records.size(), '\0');
-  const std::size_t length = (kMany - 2) * kSize;  // the node itself and the last are no children
-  EXPECT_EQ(held.getChildrenBufferChecked(kMany, room), length);
-  EXPECT_EQ(room.substr(0, length), records.substr(kSize, length));
+  const std::size_t length = (kMany - 2) * kSize;  // all but the first and the last
+  EXPECT_EQ(held.getChildrenBufferChecked(1, room), length);
+  EXPECT_EQ(room.substr(0, length), written(held).substr(kSize, length));
 }
 
 TEST(UpidArray, ReadsTheRecordsThatALengthHolds) {
