@@ -113,7 +113,7 @@ TEST(PortCounter, KeepsPortsAndSocketsApart) {
   EXPECT_FALSE(counter.checkRange({81, 442}) || counter.checkSocket(kAddress, 80));
   counter.add("70000-70010");
   EXPECT_TRUE(counter.checkRanges({{1, 2}, {3, 4}, {5, 6}, {70010, 70011}}));
-  EXPECT_FALSE(counter.checkRanges({{1, 2}, {3, 4}, {5, 6}, {70011, 0xFFFFFFFF}}));
+  EXPECT_FALSE(counter.collides({{1, 2}, {3, 4}, {5, 6}, {70011, 0xFFFFFFFF}}));
   for (const char* text : {"443", "400-500", "80,1000-2000,444-500"}) {
     OrvanePortMapping mapping;
     mapping.setPorts(text);
