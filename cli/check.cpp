@@ -7,6 +7,7 @@
 
 #include "cli/command.h"
 #include "cli/files/failure.h"
+#include "cli/files/input.h"
 #include "cli/files/output.h"
 #include "cli/files/section_file.h"
 #include "cli/in_use.h"
@@ -57,7 +58,7 @@ Others readOthers(const CheckOptions& options) {
     others.users.push_back(std::move(use.user));
   }
   if (options.against.empty()) return others;
-  others.where = " of " + escape(options.against);
+  others.where = " of " + inputName(options.against);
   OrvaneAppMapping against = readApplications(options.against, options.all);
   std::ranges::move(against, std::back_inserter(others.applications));
   return others;

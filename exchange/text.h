@@ -1,4 +1,4 @@
-// Pieces of texts: lines, plain decimals, and quotes for messages.
+// Pieces of texts: lines, plain decimals, and counts and quotes for messages.
 
 #ifndef ORVANE_EXCHANGE_TEXT_H_
 #define ORVANE_EXCHANGE_TEXT_H_
@@ -28,6 +28,11 @@ std::optional<Number> parseDecimal(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
   return number;
+}
+
+// A number of things: "1 cell", "2 cells".
+inline std::string counted(std::size_t count, const std::string& thing) {
+  return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
 // The text in single quotes, as far as a message shows one.

@@ -68,7 +68,7 @@ Columns readColumns(const Cells& cells, const Place& place) {
 
 void readRow(const Cells& cells, const Columns& columns, const Place& place, OrvaneUpidNode& node) {
   if (cells.size() != columns.size()) {
-    place.fail("there are " + std::to_string(cells.size()) + " cells instead of " +
+    place.fail("the line has " + counted(cells.size(), "cell") + " instead of " +
                std::to_string(columns.size()));
   }
   for (std::size_t i = 0; i < cells.size(); ++i) {

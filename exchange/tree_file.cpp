@@ -3,6 +3,7 @@
 #include <span>
 
 #include "exchange/form_error.h"
+#include "exchange/text.h"
 
 namespace orvane::exchange {
 namespace {
@@ -25,7 +26,7 @@ void appendWord(std::string& bytes, unsigned int word) {
 }
 
 [[noreturn]] void rejectLength(std::string_view bytes, const std::string& reason) {
-  throw FormError(reason + " (the file has " + std::to_string(bytes.size()) + " bytes)");
+  throw FormError(reason + " (the file has " + counted(bytes.size(), "byte") + ")");
 }
 
 }  // namespace
@@ -41,8 +42,8 @@ TreeFile readTreeBuffer(std::string_view bytes, bool nodesOnly) {
       rest.remove_prefix(sizeof word);
     }
     if (header[0] != rest.size() / kNodeSize) {
-      rejectLength(bytes, "the header at offset 0 counts " + std::to_string(header[0]) +
-                              " nodes, but there are " + std::to_string(rest.size() / kNodeSize));
+      rejectLength(bytes, "the header at offset 0 counts " + counted(header[0], "node") +
+                              " instead of " + std::to_string(rest.size() / kNodeSize));
     }
   } else if (over != 0) {
     rejectLength(bytes, "the record at offset " + std::to_string(rest.size() - over) +

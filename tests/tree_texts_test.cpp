@@ -42,15 +42,18 @@ TEST(TreeTexts, SayWhatIsMalformed) {
       {csv, "name\nx\n", "1: there is no column upid"},
       {csv, "# a\n\nupid,nam\n1,x\n", "3: unknown column 'nam'"},
       {csv, "name,upid,name\n", "1: a second column 'name'"},
-      {csv, "upid\n1,2\n", "2: there are 2 cells instead of 1"},
+      {csv, "upid\n1,2\n", "2: the line has 2 cells instead of 1"},
+      {csv, "upid,name\n1\n", "2: the line has 1 cell instead of 2"},
       {csv, "upid\n-1\n", "2: upid '-1' is no number"},
+      {csv, "upid\n1\r2\r\n", "2: upid '1\r2' is no number"},
+      {csv, "upid\n" + std::string(80, 'x'), "2: upid '" + std::string(80, 'x') + "' is no number"},
       {csv, "upid,flags\n1,4294967296\n", "2: flags '4294967296' is no number"},
       {csv, "upid,name\n1,\"x", "2: a quote is not closed"},
       {csv, "upid,name\n1,\\x4\n", "2: name '\\x4" + notAName},
       {csv, "upid,name\n1,\\y41\n", "2: name '\\y41" + notAName},
       {csv, "upid,name\n1," + std::string(33, 'n'), "2: name '" + std::string(33, 'n') + notAName},
       {csv, "#header,1\nupid\n", "1: a header has eight words"},
-      {csv, "upid\n\"#header\",1,2,3,4,5,6,7,8\n", "2: there are 9 cells instead of 1"},
+      {csv, "upid\n\"#header\",1,2,3,4,5,6,7,8\n", "2: the line has 9 cells instead of 1"},
       {csv, "#header,1,2,3,4,5,6,7,x\nupid\n", "1: word 'x' is no number"},
       {csv, "#header,1,2,3,4,5,6,7,8\n#header,1,2,3,4,5,6,7,8\n", "2: this is a second header"},
       {csv, "upid\n" + std::string(79, 'x') + "\xC3\xA9y\n",  // cut before a character
@@ -140,9 +143,9 @@ TEST(TreeFiles, AreToldApartByTheirLengths) {
        "0: the record at offset 144 is cut short: this is no tree buffer or node buffer (the file"
        " has 145 bytes)"},
       {tree + nodes, false,
-       "0: the header at offset 0 counts 2 nodes, but there are 4 (the file has 324 bytes)"},
+       "0: the header at offset 0 counts 2 nodes instead of 4 (the file has 324 bytes)"},
       {std::string(4, '\xFF') + tree.substr(4), false,
-       "0: the header at offset 0 counts 4294967295 nodes, but there are 2 (the file has 180"
+       "0: the header at offset 0 counts 4294967295 nodes instead of 2 (the file has 180"
        " bytes)"},
   };
   for (std::size_t size = 1; size < tree.size(); ++size) {

@@ -19,7 +19,7 @@ class CheckTest : public CommandTest {
                                  "   2: 0100000A:0050 0200000A:C000 01\n"   // connected
                                  "   3: 00000000:0000 00000000:0000 0A"));  // no port
     write("proc/net/udp",
-          kHeading + std::string("   0: 0200000A:0050 00000000:0000 07\n\n0: 0200000A:0051 0:0\n"
+          kHeading + std::string("   0: 0200000A:FFFF 00000000:0000 07\n\n0: 0200000A:0051 0:0\n"
                                  "0: 0200000A:10000 0:0 07\n0: 0200000:0050 0:0 07\n"
                                  "0: 0200000G:0050 0:0 07\n0: 0200000A:+1 0:0 07\n"));
     const std::string mapped = "0000000000000000FFFF00000100000A";
@@ -56,6 +56,11 @@ TEST_F(CheckTest, NamesThePortsAndWithWhat) {
        "1 'Web', 10.0.0.1: 8005: application 2 'Any' of apps on every address\n"},
       {"--each apps", 1, "1 'Web', 10.0.0.1: 8005: application 2 'Any' on every address\n"},
       {"--each web", 0, ""},
+      {"--ports 8009 --socket 10.0.0.1:443 --socket 10.0.0.1:81 --against - web < apps", 1,
+       "1 'Web', 10.0.0.1: 8009: ports in use on every address\n"
+       "1 'Web', 10.0.0.1: 443: a socket in use on 10.0.0.1\n"
+       "1 'Web', 10.0.0.1: 80,443,8000-8010: application 1 'Web' of standard input on 10.0.0.1\n"
+       "1 'Web', 10.0.0.1: 8005: application 2 'Any' of standard input on every address\n"},
       {"--against empty apps", 0, ""},
       {"--each --json apps", 1,
        "[\n  {\n    \"upid\": 1,\n    \"name\": \"Web\",\n    \"address\": \"10.0.0.1\",\n"
@@ -85,10 +90,10 @@ TEST_F(CheckTest, AsksThisHost) {
             "2 'Any', every address: 8005: a bound udp socket on every address\n"
             "2 'Any', every address: 22: a listening tcp socket on every address\n");
   EXPECT_EQ(run("used --live --proc proc").out,
-            "10.0.0.1:443 ,10.0.0.1:8080 ,10.0.0.2:80 ,22,8005\n");
+            "10.0.0.1:443 ,10.0.0.1:8080 ,10.0.0.2:65535 ,22,8005\n");
 
   std::filesystem::remove(path("proc/net/tcp6"));
-  EXPECT_EQ(run("used --live --proc proc").out, "10.0.0.1:8080 ,10.0.0.2:80 ,22,8005\n");
+  EXPECT_EQ(run("used --live --proc proc").out, "10.0.0.1:8080 ,10.0.0.2:65535 ,22,8005\n");
   std::filesystem::create_directory(path("proc/net/tcp6"));
   EXPECT_EQ(run("used --live --proc proc").err,
             "orvane used: cannot read proc/net/tcp6: Is a directory\n");
@@ -106,6 +111,10 @@ TEST_F(CheckTest, UsedIsOneLineThatLosesNothing) {
       {"--socket 0.0.0.0:20-30 --ports 25-30", "20-30\n"},
       {"--ports 10-20,25-30,41-50 --ports 5-20", "5-20,25-30,41-50\n"},
       {"--ports 80-90,80,22-22", "22,80,80-90\n"},
+      {"--ports 1000-2000 --ports 1500-1600", "1000-2000\n"},
+      {"--ports 65534-65535 --ports 65536-65537", "65534-65537\n"},
+      {"--ports 4294967290-4294967295 --ports 4294967292-4294967293", "4294967290-4294967295\n"},
+      {"--socket 10.0.0.1:65534-65537", "10.0.0.1:65534 ,10.0.0.1:65535 \n"},
   };
   for (const auto& [list, out] : cases) EXPECT_EQ(run("used " + std::string(list)).out, out);
   const Result result = run("used --ports 80,x");
@@ -117,7 +126,6 @@ TEST_F(CheckTest, RefusesWhatItCannotUse) {
   for (const std::string arguments :
        {"check web", "used", "check --ports x web", "check --ports '' web", "used --socket 80",
         "used --socket 10.0.0:80", "used --socket 10.0.0.1:", "used --proc proc",
-        "check --each --against - -", "check --against missing web",
         "used --live --proc proc --output proc/net/tcp6",
         "check --live --proc proc web --output proc/net/udp"}) {
     SCOPED_TRACE(arguments);
