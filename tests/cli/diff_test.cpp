@@ -81,7 +81,7 @@ TEST_F(DiffTest, NewApplicationThatStaysIsNotWithdrawnWhenAnotherComes) {
 }
 
 TEST_F(DiffTest, NotesWhatChangeSectionsLeaveOut) {
-  const std::string unwritten = "left out because of the action code; --assume-action 1";
+  const std::string unwritten = "note: 1 application left out because of the action code";
   const std::string halved = "1 application written without the old state";
   const std::string unlooked = "changed in nothing that change sections tell; --summary";
   struct Case {
@@ -99,6 +99,8 @@ TEST_F(DiffTest, NotesWhatChangeSectionsLeaveOut) {
       {"", upid(1, "PortRange=1"), upid(1, "Action=4/PortRange=2"), 0, unwritten},
       {"", upid(1, "Action=1/PortRange=1"), upid(1, "PortRange=2"), 2, ""},
       {"", upid(1, "PortRange=1"), "", 0, unwritten},
+      {"", upid(1, "") + upid(2, ""), "", 0, "note: 2 applications left out because"},
+      {"--assume-action 1", upid(1, "PortRange=1"), upid(1, "Action=1/PortRange=2"), 2, ""},
       {"", "", upid(1, "Action=4/PortRange=1"), 0, unwritten},
       {"", "", upid(1, "Action=1/PortRange=1"), 1, ""},
       {"", upid(1, "PortRange=1-9"), upid(1, "PortRange=2-9"), 0, unlooked},
@@ -112,6 +114,17 @@ TEST_F(DiffTest, NotesWhatChangeSectionsLeaveOut) {
     EXPECT_EQ(std::count(result.out.begin(), result.out.end(), ';'), test.groups) << test.newer;
     EXPECT_EQ(result.err.empty(), test.notes.empty()) << result.err;
     EXPECT_NE(result.err.find(test.notes), std::string::npos) << result.err;
+  }
+}
+
+TEST_F(DiffTest, AssumedActionTakesThePlaceOfNoneAlone) {
+  const std::string texts[] = {upid(1, ""), upid(1, "Action=1"), upid(1, "Action=4")};
+  for (const std::string& older : texts) {
+    write("old", older);
+    for (const std::string& newer : texts) {
+      EXPECT_EQ(run("diff --assume-action 1 old -", newer).status,
+                (older == texts[2]) == (newer == texts[2]) ? 0 : 1);
+    }
   }
 }
 

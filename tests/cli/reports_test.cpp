@@ -29,7 +29,7 @@ TEST_F(ReportsTest, ManyOfOneKindAreCounted) {
                  repeated(100, group("UPID=1/GroupID=1/Action=x")));
   write("cat", group("UPID=1/PortRange=" + repeated(101, "x,")));
   write("services", "ssh 22/tcp\n" + repeated(102, "none\n"));
-  write("entries", repeated(102, group("UPID=5/FQN=again")));
+  write("entries", repeated(103, group("UPID=5/FQN=again")));
   std::string nodes = "upid,parentUpid\n1,0\n";
   for (int i = 0; i < 102; ++i) nodes += std::to_string(i + 2) + ",999\n";
   write("t.csv", nodes);
@@ -45,13 +45,19 @@ TEST_F(ReportsTest, ManyOfOneKindAreCounted) {
   } cases[] = {
       {"apps f", 302, 501, ofText},
       {"diff f f", 604, 1002, ofText},
+      {"check --against f good", 302, 501, ofText},
+      {"catalogue --with f /dev/null", 302, 501, ofText},
+      {"catalogue --add f /dev/null", 302, 501, ofText},
       {"catalogue cat", 101, 101, "cat: 1 more of kind 'token'" + more},
-      {"catalogue entries --with good", 101, 101, "entries: 1 more of kind 'repeated-upid'" + more},
+      {"catalogue entries --with good", 101, 102, "entries: 2 more of kind 'repeated-upid'" + more},
       {"import services services", 101, 102, "services: 2 more of kind 'service'" + more},
-      {"lint entries >&2", 101, 101, "entries: note: 1 more of kind 'repeated-upid'" + more},
+      {"lint entries >&2", 101, 102, "entries: note: 2 more of kind 'repeated-upid'" + more},
       // After the only node that a root reaches and a heading.
       {"tree t >&2", 204, 206,
        "  2 more of kind 'missing-parent'" + more + "  2 more of kind 'unreachable'" + more},
+      // JSON has all of them.
+      {"lint --json f >&2", 2 + 7 * 501, 2 + 7 * 501, "]\n"},
+      {"tree --format json t >&2", 16 + 12 * 103 + 204, 16 + 12 * 103 + 204, "]\n}\n"},
   };
   for (const auto& [arguments, shown, all, rest] : cases) {
     SCOPED_TRACE(arguments);

@@ -53,13 +53,6 @@ TEST_F(TerminalTest, ColoursWhereTheyAreSeen) {
   EXPECT_EQ(run("apps --json --color always f").out.find('\033'), std::string::npos);
 }
 
-TEST_F(TerminalTest, IsNotSteeredByNames) {
-  write("g", group("UPID=1/ApplName=\xC2\x9B\x7F\xE2\x80\x8F\xD8\x9C"));
-  EXPECT_NE(run("apps --json g").out.find(R"("name": "\u009b\u007f\u200f\u061c")"),
-            std::string::npos);
-  EXPECT_NE(run("apps g").out.find(R"(  \xc2\x9b\x7f\xe2\x80\x8f\xd8\x9c  )"), std::string::npos);
-}
-
 TEST_F(TerminalTest, TellsHowFarReadingIs) {
   write("large", std::string(2U << 20U, '\n'));
   const std::string slow =
