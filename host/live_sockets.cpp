@@ -1,15 +1,16 @@
 #include "host/live_sockets.h"
 
 #include <arpa/inet.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <cstdio>
+#include <cstddef>
 #include <filesystem>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -60,6 +61,13 @@ std::optional<LocalAddress> parseLocalAddress(std::string_view text, bool isIpv6
   return LocalAddress{words[3], *port, !isMapped && !isWildcard};
 }
 
+struct Descriptor {
+  ~Descriptor() {
+    if (number >= 0) ::close(number);
+  }
+  int number;
+};
+
 std::string pathOf(const SocketTable& table, const std::string& proc) {
   return proc + "/net/" + table.file;
 }
@@ -69,16 +77,16 @@ std::string pathOf(const SocketTable& table, const std::string& proc) {
 }
 
 std::string contentsOf(const std::string& path) {
-  const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(path.c_str(), "rbe"),
-                                                                &std::fclose);
-  if (!file) failReading(path);
+  const Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+  if (file.number < 0) failReading(path);
   std::string contents;
   std::array<char, 1U << 16U> block;
-  while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get())) {
-    contents.append(block.data(), count);
+  for (;;) {
+    const ssize_t count = ::read(file.number, block.data(), block.size());
+    if (count == 0) return contents;
+    if (count > 0) contents.append(block.data(), static_cast<std::size_t>(count));
+    if (count < 0 && errno != EINTR) failReading(path);
   }
-  if (std::ferror(file.get()) != 0) failReading(path);
-  return contents;
 }
 
 using PortsByAddress = std::map<std::pair<Protocol, std::uint32_t>, std::set<unsigned short>>;
