@@ -42,13 +42,19 @@ class CommandTest : public testing::Test {
     return text.str();
   }
 
+  // Runs commands of the shell.
+  Result shell(const std::string& commands, const std::string& input = {}) const {
+    write("in", input);
+    const std::string command =
+        "cd '" + directory_.string() + "' && { " + commands + "; } < in > out 2> err";
+    const int status = std::system(command.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), read("out"),
+            read("err")};
+  }
+
   // Runs "orvane ARGUMENTS"; the arguments may hold redirections and further commands.
   Result run(const std::string& arguments, const std::string& input = {}) const {
-    write("in", input);
-    const std::string command = "cd '" + directory_.string() + "' && { " ORVANE_COMMAND " " +
-                                arguments + "; } < in > out 2> err";
-    const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read("out"), read("err")};
+    return shell(ORVANE_COMMAND " " + arguments, input);
   }
 
   // What "orvane ARGUMENTS" shows on a terminal of so many columns.
