@@ -1,3 +1,5 @@
+#include <bit>
+
 #include "command_test.h"
 
 namespace orvane::cli {
@@ -13,21 +15,35 @@ class CheckTest : public CommandTest {
     write("web", web);
     write("empty", "");
     std::filesystem::create_directories(path("proc/net"));
-    write("proc/net/tcp",
+    table("tcp",
           kHeading + std::string("   0: 0100000A:1F90 00000000:0000 0A\n"   // 10.0.0.1:8080
                                  "   1: 00000000:0016 00000000:0000 0A\n"   // *:22
                                  "   2: 0100000A:0050 0200000A:C000 01\n"   // connected
                                  "   3: 00000000:0000 00000000:0000 0A"));  // no port
-    write("proc/net/udp",
+    table("udp",
           kHeading + std::string("   0: 0200000A:FFFF 00000000:0000 07\n\n0: 0200000A:0051 0:0\n"
                                  "0: 0200000A:10000 0:0 07\n0: 0200000:0050 0:0 07\n"
                                  "0: 0200000G:0050 0:0 07\n0: 0200000A:+1 0:0 07\n"));
     const std::string mapped = "0000000000000000FFFF00000100000A";
     const std::string other = "000080FE00000000000000000100000A";
     const std::string any(32, '0');
-    write("proc/net/tcp6", kHeading + ("0: " + mapped + ":01BB " + any + ":0000 0A\n") +
-                               ("1: " + other + ":0050 " + any + ":0000 0A\n"));
-    write("proc/net/udp6", kHeading + ("0: " + any + ":1F45 " + any + ":0000 07\n"));
+    table("tcp6", kHeading + ("0: " + mapped + ":01BB " + any + ":0000 0A\n") +
+                      ("1: " + other + ":0050 " + any + ":0000 0A\n"));
+    table("udp6", kHeading + ("0: " + any + ":1F45 " + any + ":0000 07\n"));
+  }
+
+  // The kernel writes addresses as words of the machine. Those above are of a little-endian one.
+  void table(const std::string& name, std::string text) const {
+    const char* const words[][2] = {{"0100000A", "0A000001"},
+                                    {"0200000A", "0A000002"},
+                                    {"FFFF0000", "0000FFFF"},
+                                    {"000080FE", "FE800000"}};
+    for (const auto& [little, big] : words) {
+      for (std::size_t at = 0; (at = text.find(little, at)) != std::string::npos; at += 8) {
+        if (std::endian::native == std::endian::big) text.replace(at, 8, big);
+      }
+    }
+    write("proc/net/" + name, text);
   }
 
   // "Web" on 10.0.0.1: 80, 443 and a range.
