@@ -60,7 +60,9 @@ void sortByUpperHalf(std::vector<std::uint64_t>& keys) {
   constexpr std::size_t kDigits = 1 << 11;
   std::vector<std::uint64_t> sorted(keys.size());
   for (const int shift : {32, 43, 54}) {
-    const auto digit = [=](std::uint64_t key) { return key >> shift & (kDigits - 1); };
+    const auto digit = [=](std::uint64_t key) {
+      return static_cast<std::size_t>(key >> shift) & (kDigits - 1);
+    };
     std::array<std::size_t, kDigits> place = {};
     for (const std::uint64_t key : keys) ++place[digit(key)];
     std::exclusive_scan(place.begin(), place.end(), place.begin(), std::size_t{0});
