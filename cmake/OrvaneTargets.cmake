@@ -23,9 +23,10 @@ function(orvane_target_options target)
     target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
     target_link_options(${target} PRIVATE -fsanitize=${sanitizers})
   endif()
-  if(ORVANE_BUILD_FUZZ)
+  if(ORVANE_BUILD_FUZZ AND ORVANE_FUZZ_SANITIZERS)
     target_compile_options(${target} PRIVATE
-      -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+      -fsanitize=fuzzer-no-link,${ORVANE_FUZZ_SANITIZERS} -fno-sanitize-recover=all)
+    target_link_options(${target} PRIVATE -fsanitize=${ORVANE_FUZZ_SANITIZERS})
   endif()
 endfunction()
 
