@@ -77,7 +77,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto meets = [&](const OrvanePortRange& range) { return counter.range(range); };
   fuzz::require(counter.checkRanges(wanted.getRanges()) ==
                 std::ranges::any_of(wanted.getRanges(), meets));
+  fuzz::require(counter.checkRanges(wanted.getRanges()) == counter.collides(wanted.getRanges()));
   fuzz::require(counter.checkSocket(kAddress, wanted, true) == counter.mapping(wanted));
+  fuzz::require(counter.collides(kAddress, wanted) == counter.mapping(wanted));
   for (const unsigned short port : wanted.getPorts()) {
     fuzz::require(counter.overlap(port) == counter.port(port));
     fuzz::require(counter.checkSocket(kAddress, port) == counter.socket(port));
@@ -85,6 +87,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   for (const OrvanePortRange& range : wanted.getRanges()) {
     fuzz::require(counter.checkRange(range) == counter.range(range));
+    fuzz::require(counter.collides(range) == counter.range(range));
+    fuzz::require(counter.collides(kAddress, range) == counter.onAddress(range));
     fuzz::require(counter.checkSocket(kAddress, range) == counter.socket(range));
     fuzz::require(counter.sockOverlap(kAddress, range) == counter.onAddress(range));
   }

@@ -20,7 +20,8 @@ std::string shown(OrvaneAppMapping mapping, bool keepsIds) {
   return text;
 }
 
-std::string shown(const OrvaneAppInfoArray& catalogue) {
+template <typename Catalogue>
+std::string shown(const Catalogue& catalogue) {
   std::string text;
   catalogue.appendSection(text, true);
   return text;
@@ -75,6 +76,12 @@ void checkCatalogue(std::string_view text) {
     fuzz::require(shown(plain) == shown(reported));
   });
   OrvaneAppInfoArray::isCatalogue(text);
+  OrvaneFindings few(1);
+  OrvaneAppInfo entry;
+  entry.setSection(text);
+  OrvaneAppInfo reportedEntry;
+  reportedEntry.setSectionReported(text, few);
+  fuzz::require(shown(entry) == shown(reportedEntry));
   const OrvaneIni ini(text);
   findingsOf(text, [&](OrvaneFindings& found) {
     OrvaneIni reported;
@@ -109,7 +116,7 @@ void checkList(std::string_view text) {
   otherCounter.addReported(text, few);
   otherCounter.addSocketReported(7, text, few);
   otherCounter.removeReported(text.substr(text.size() / 2), few);
-  fuzz::require(counter.toString() == std::string(otherCounter.toString()));
+  fuzz::require(std::string(counter.toString()) == std::string(otherCounter.toString()));
   OrvaneAppInfo otherEntry;
   otherEntry.setPortsReported(text, few);
   fuzz::require(entry.getPortSet() == otherEntry.getPortSet());
@@ -130,7 +137,12 @@ void checkRecord(std::span<const unsigned char> record) {
   OrvanePortMapping item;
   OrvanePortMapping otherItem;
   fuzz::require(item.setValuesChecked(record) == otherItem.setValuesReported(record, few));
-  fuzz::require(item.getMappingAsString() == std::string(otherItem.getMappingAsString()));
+  fuzz::require(std::string(item.getMappingAsString()) ==
+                std::string(otherItem.getMappingAsString()));
+  OrvaneAppInfo entry;
+  OrvaneAppInfo otherEntry;
+  fuzz::require(entry.setValuesChecked(record) == otherEntry.setValuesReported(record, few));
+  fuzz::require(shown(entry) == shown(otherEntry));
   OrvaneAppInfoArray catalogue;
   OrvaneAppInfoArray otherCatalogue;
   fuzz::require(catalogue.addChecked(record) == otherCatalogue.addReported(record, few));
@@ -140,7 +152,7 @@ void checkRecord(std::span<const unsigned char> record) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string text = fuzz::untilNulOf(data, size);
+  const std::string_view text = fuzz::viewOf(data, size);
   checkApplications(text);
   checkCatalogue(text);
   checkList(text);

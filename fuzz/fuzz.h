@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -18,11 +19,10 @@ inline std::string textOf(const std::uint8_t* data, std::size_t size) {
   return {reinterpret_cast<const char*>(data), size};
 }
 
-// The same up to its NUL.
-inline std::string untilNulOf(const std::uint8_t* data, std::size_t size) {
-  std::string text = textOf(data, size);
-  if (const std::size_t nul = text.find('\0'); nul != std::string::npos) text.resize(nul);
-  return text;
+// The same up to its NUL, where it lies: nothing follows it, so that a read past its end is seen.
+inline std::string_view viewOf(const std::uint8_t* data, std::size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  return text.substr(0, text.find('\0'));
 }
 
 // The parts of an input that holds several texts, which a byte of 0xFF separates; as many as asked

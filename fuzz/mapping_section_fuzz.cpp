@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (OrvaneApplication& application : *mapping) application.setID(0);
   }
   if (atOnce.size() == oneByOne.size()) {
-    fuzz::require(std::string(atOnce.getSection(true)) == oneByOne.getSection(true));
+    fuzz::require(std::string(atOnce.getSection(true)) == std::string(oneByOne.getSection(true)));
   } else {
     fuzz::require(std::ranges::count(atOnce, kOrvaneNoUpid, &OrvaneApplication::getUpid) > 0);
   }

@@ -27,6 +27,18 @@ std::string written(const Nodes& nodes) {
   return {room.get(), size};
 }
 
+// What the operations that trust the caller do with the same buffer.
+void readTrusting(const OrvaneUpidTree& tree, std::span<const char> buffer) {
+  OrvaneUpidTree trusting;
+  trusting.setBuffer(buffer.data(), static_cast<int>(buffer.size()));
+  const std::string nodes = written(tree);
+  const auto room = std::make_unique<char[]>(nodes.size());
+  int length = 0;
+  trusting.getBuffer(room.get(), length);
+  fuzz::require(std::string(room.get(), static_cast<std::size_t>(length)) == nodes);
+  fuzz::require(std::ranges::equal(trusting.header, tree.header));
+}
+
 // The children of a node, as they are when followed step by step.
 void writeChildren(const OrvaneUpidTree& tree, unsigned int upid) {
   const std::string expected = written(plain::childrenOf(tree, upid));
@@ -37,6 +49,9 @@ void writeChildren(const OrvaneUpidTree& tree, unsigned int upid) {
   }
   fuzz::require(tree.getChildrenBufferChecked(upid, buffer) == expected.size());
   fuzz::require(std::string(room.get(), expected.size()) == expected);
+  const auto again = std::make_unique<char[]>(expected.size());
+  tree.getChildrenBuffer(upid, again.get());
+  fuzz::require(std::string(again.get(), expected.size()) == expected);
 }
 
 // What a reporting operation leaves of an empty object, which is to be what the plain one left.
@@ -100,6 +115,7 @@ void readTree(std::span<const char> buffer) {
   for (const auto& [upid, node] : plain) inOrder.add(node);
   fuzz::require(written(tree) == written(inOrder));
   fuzz::require(countOf(findings, "duplicate-upid") == count - plain.size());
+  readTrusting(tree, buffer);
   drawOutline(tree);
   for (const auto& [upid, node] : tree) writeChildren(tree, upid);
 }
@@ -123,8 +139,14 @@ void readArray(std::span<const char> buffer) {
   OrvaneUpidArray array;
   fuzz::require(array.setBufferChecked(buffer) == (buffer.size() % kNode == 0));
   OrvaneUpidArray plain;
+  std::map<unsigned int, OrvaneUpidNode> byUpid;
   for (std::size_t at = 0; buffer.size() % kNode == 0 && at < buffer.size(); at += kNode) {
     const OrvaneUpidNode node(buffer.data() + at, kNode);
+    OrvaneUpidNode checked;
+    fuzz::require(checked.copyChecked(buffer.subspan(at)));
+    const UPID_TREE_NODE_S record = checked.record();
+    fuzz::require(std::memcmp(&record, node.get(), kNode) == 0);
+    byUpid.try_emplace(node.getUpid(), node);
     const std::string_view field(node.getName(), sizeof node.name);
     const std::string_view name = field.substr(0, field.find('\0'));
     if (std::ranges::all_of(name, [](char c) { return c >= 0; })) plain.add(node);
@@ -137,6 +159,12 @@ void readArray(std::span<const char> buffer) {
   fuzz::require(tree.addNodesChecked(buffer) == whole);
   const OrvaneFindings ofTree = reported(tree, whole, &OrvaneUpidTree::addNodesReported, buffer);
   fuzz::require(countOf(findings, "name") == countOf(ofTree, "name"));
+  OrvaneUpidArray inOrder;
+  for (const auto& [upid, node] : byUpid) inOrder.add(node);
+  fuzz::require(written(tree) == written(inOrder));
+  OrvaneUpidArray trusting;
+  trusting.setBuffer(buffer.data(), static_cast<int>(buffer.size()));
+  fuzz::require(!whole || written(trusting) == written(array));
 }
 
 }  // namespace
