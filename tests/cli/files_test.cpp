@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <set>
 #include <thread>
 #include <utility>
 
@@ -171,19 +172,20 @@ TEST_F(FilesTest, MemoryThatRunsOutIsTold) {
       "check --each large --output o", "lint large --output o"};
   for (const std::string& call : arguments) {
     const std::string command = call.substr(0, call.find(' '));
-    int failures = 0;
-    for (int kilobytes = 9000; kilobytes <= 50000; kilobytes = kilobytes * 5 / 4) {
+    std::set<std::string> messages = {"orvane: not enough memory\n"};  // before it is known
+    for (int kilobytes = 7000; kilobytes <= 50000; kilobytes = kilobytes * 20 / 19) {
       SCOPED_TRACE(call + " in " + std::to_string(kilobytes));
       std::filesystem::remove(path("o"));
-      const Result result = run("--version > v; ulimit -v " + std::to_string(kilobytes) +
-                                "; " ORVANE_COMMAND " " + call);
-      EXPECT_EQ(files(), result.status == 2 ? 4 : 5);  // f, g, large, v and o
-      if (result.status != 2) continue;
-      ++failures;
-      EXPECT_TRUE(result.err.ends_with("orvane " + command + ": large: not enough memory\n"))
-          << result.err;
+      const Result result =
+          shell("ulimit -v " + std::to_string(kilobytes) + "; " ORVANE_COMMAND " " + call);
+      if (result.status == 127) continue;  // the libraries cannot be loaded
+      EXPECT_TRUE(result.status >= 0 && result.status <= 2) << result.status;
+      EXPECT_EQ(files(), result.status == 2 ? 3 : 4);  // f, g, large and o
+      if (result.status == 2) messages.insert(result.err.substr(result.err.rfind("orvane")));
     }
-    EXPECT_GT(failures, 0) << call;
+    EXPECT_EQ(messages,
+              (std::set<std::string>{"orvane: not enough memory\n",
+                                     "orvane " + command + ": large: not enough memory\n"}));
   }
   // What is known to be too large is not read.
   for (const std::string call : {"lint - < sparse", "tree sparse", "apps long"}) {
