@@ -191,7 +191,7 @@ void addLine(std::string& text, Random& random) {
   join(lines, text);
 }
 
-// Changes the end of a line, or what stands around one of its separators.
+// Ends a line otherwise, or joins it with the next one.
 void changeEnd(std::string& text, Random& random) {
   constexpr std::array<std::string_view, 7> kEnds = {"\r\n", "\n\n", " \n", "",
                                                      "\n ",  "=\n",  ";\n"};
