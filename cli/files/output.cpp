@@ -1,9 +1,13 @@
 #include "cli/files/output.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <optional>
@@ -21,7 +25,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int kMostLinks = 40;
+constexpr std::array kOwnDescriptors = {"/proc/self/fd", "/proc/thread-self/fd"};
 constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr const char* kIsInput = "it is the input";
 
 bool isReported = false;
 
@@ -46,18 +52,31 @@ struct Target {
   std::optional<int> descriptor;
 };
 
+// Which descriptor an entry of a directory such as /proc/self/fd is. Throws Failure for those of
+// another process, whose files would be replaced under its hands.
+std::optional<int> descriptorOf(const fs::path& entry, const fs::path& directory) {
+  struct statfs system {};
+  const auto number = parseDecimal<unsigned int>(entry.filename().native());
+  if (!number || ::statfs(directory.c_str(), &system) != 0 || system.f_type != PROC_SUPER_MAGIC) {
+    return std::nullopt;
+  }
+  const std::optional<Status> around = statusOf(directory);
+  const bool isOwn = std::ranges::any_of(kOwnDescriptors, [&](const char* own) {
+    const std::optional<Status> status = statusOf(own);
+    return around && status && sameFile(*around, *status);
+  });
+  if (!isOwn) throw Failure("cannot write " + escape(entry.native()) + ": it is not open here");
+  return static_cast<int>(*number);
+}
+
 // Follows links one by one, since the last may lead to a file that is yet to be made, and since one
 // of them may name an open file rather than a path: what is open can hold more than is written now.
 Target follow(fs::path path) {
   std::error_code error;
-  const std::optional<Status> openFiles = statusOf("/proc/self/fd");
   for (int links = 0; links < kMostLinks; ++links) {
     const fs::path directory = path.has_parent_path() ? path.parent_path() : ".";
-    const std::optional<Status> around = statusOf(directory);
-    if (around && openFiles && sameFile(*around, *openFiles)) {
-      const auto number = parseDecimal<unsigned int>(path.filename().native());
-      if (number) return {path, static_cast<int>(*number)};
-    }
+    const std::optional<int> descriptor = descriptorOf(path, directory);
+    if (descriptor) return {path, descriptor};
     const fs::file_type type = fs::symlink_status(path, error).type();
     if (type != fs::file_type::none && type != fs::file_type::symlink) return {path, std::nullopt};
     const fs::path next = fs::read_symlink(path, error);
@@ -68,14 +87,18 @@ Target follow(fs::path path) {
   failAsErrno("cannot look at " + escape(path.native()));
 }
 
+bool isAmong(const std::vector<std::string>& inputs, const Status& output) {
+  return std::ranges::any_of(inputs, [&](const std::string& input) {
+    const std::optional<Status> status = statusOf(input);
+    return status && sameFile(*status, output);
+  });
+}
+
 // Why a file is not to be replaced; "" when it is.
 std::string objectionTo(const fs::path& path, const Status& existing,
                         const std::vector<std::string>& inputs) {
   if (!S_ISREG(existing.st_mode)) return "it is no regular file";
-  for (const std::string& input : inputs) {
-    const std::optional<Status> status = statusOf(input);
-    if (status && sameFile(*status, existing)) return "it is the input";
-  }
+  if (isAmong(inputs, existing)) return kIsInput;
   if (existing.st_nlink > 1) return "it has other hard links";
   const bool mayWrite = ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
   return mayWrite && (existing.st_mode & kAnyWrite) != 0 ? "" : "it is read-only";
@@ -101,6 +124,9 @@ Output::Output(const std::string& path, const std::vector<std::string>& inputs)
   const Target target = follow(path);
   if (target.descriptor) {
     descriptor_ = *target.descriptor;
+    Status open{};
+    const bool isFile = ::fstat(descriptor_, &open) == 0 && S_ISREG(open.st_mode);
+    if (isFile && isAmong(inputs, open)) throw Failure("cannot write " + name_ + ": " + kIsInput);
   } else {
     replace(target.path, inputs);
   }

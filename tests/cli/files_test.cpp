@@ -231,8 +231,9 @@ TEST_F(FilesTest, OutputTakesThePlaceOfWhatItNames) {
 
 TEST_F(FilesTest, OutputToWhatIsOpenIsAppended) {
   std::filesystem::create_symlink("/dev/stdout", path("chain"));
-  for (const std::string output : {"/dev/stdout >> o", "/dev/stderr 2>> o", "/proc/self/fd/3 3>> o",
-                                   "- >> o", "/dev/fd/1 | cat >> o", "chain >> o"}) {
+  for (const std::string output :
+       {"/dev/stdout >> o", "/dev/stderr 2>> o", "/proc/self/fd/3 3>> o",
+        "/proc/thread-self/fd/1 >> o", "- >> o", "/dev/fd/1 | cat >> o", "chain >> o"}) {
     write("o", "old\n");
     EXPECT_EQ(run("apps f --output " + output).err, "");
     EXPECT_EQ(read("o"), "old\n" + run("apps f").out) << output;
@@ -259,6 +260,9 @@ TEST_F(FilesTest, RefusedOutputStaysAsItIs) {
       {"diff g f --output ./f", "it is the input"},
       {"apps - --output in", "it is the input"},
       {"apps hard --output g", "it is the input"},
+      {"apps f --output /dev/fd/3 3<> f", "it is the input"},
+      {"apps - --output /dev/stdin <> f", "it is the input"},
+      {"apps f --output /proc/$$/fd/1", "it is not open here"},
       {"apps f --output g", "it has other hard links"},
       {"apps f --output o", "it is read-only"},
       {"apps f --output .", "it is no regular file"},
