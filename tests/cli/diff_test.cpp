@@ -1,7 +1,6 @@
 #include <nlohmann/json.hpp>
 
 #include "command_test.h"
-#include "orvane/app_mapping.h"
 
 namespace orvane::cli {
 namespace {
@@ -53,31 +52,6 @@ TEST_F(DiffTest, Summary) {
     EXPECT_EQ(result.status, test.summary.empty() ? 0 : 1);
     EXPECT_EQ(run("diff old new").status, result.status) << test.summary;
   }
-}
-
-TEST_F(DiffTest, ChangeSectionsAreThoseOfTheOrderedCollections) {
-  const std::string same = upid(3, "Action=1/PortRange=3");
-  const std::string older[] = {upid(1, "Action=1/PortRange=1"), upid(4, "Action=4/PortRange=4")};
-  const std::string newer[] = {upid(1, "Action=1/PortRange=2"), upid(5, "Action=1/PortRange=5")};
-  OrvaneAppMapping before;
-  OrvaneAppMapping after;
-  before.setSection((older[0] + same + older[1]).c_str());
-  after.setSection((newer[0] + same + newer[1]).c_str());
-  write("old", older[1] + older[0] + same);
-  const Result result = run("diff old -", newer[1] + same + newer[0]);
-  EXPECT_EQ(result.out, before.getUpdatedSection(after, true));
-  EXPECT_EQ(result.out.find("UPID=3\n"), std::string::npos);
-  EXPECT_EQ(result.err, "");
-  EXPECT_EQ(result.status, 1);
-}
-
-TEST_F(DiffTest, NewApplicationThatStaysIsNotWithdrawnWhenAnotherComes) {
-  const std::string b = group("GroupID=1/ApplName=B/Action=1/PortRange=1");
-  write("old", b);
-  write("new", b + group("GroupID=2/ApplName=A/Action=1/PortRange=2"));
-  const std::string sections = run("diff old new").out;
-  EXPECT_NE(sections.find("ApplName=A\n"), std::string::npos);
-  EXPECT_EQ(sections.find("ApplName=B\n"), std::string::npos);
 }
 
 TEST_F(DiffTest, NotesWhatChangeSectionsLeaveOut) {

@@ -31,12 +31,6 @@ TEST_F(ServicesTest, JoinsTheLinesOfANameAndReportsOthers) {
   }
   EXPECT_EQ(result.err,
             reports + "services:6: '" + name + "' is cut to '" + name.substr(0, 31) + "'\n");
-}
-
-TEST_F(ServicesTest, KeepsUpidsBelowTheOneThatMeansNone) {
-  const std::string two = "a 1/tcp\nb 2/tcp\n";
-  EXPECT_NE(run("import services - --first-upid 4294967293", two).out.find("UPID=4294967294\n"),
-            std::string::npos);
   EXPECT_EQ(run("import services -", "# none\n").status, 2);
 }
 

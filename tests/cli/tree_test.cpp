@@ -97,13 +97,5 @@ TEST_F(TreeTest, RefusesWhatItCannotUse) {
   }
 }
 
-TEST_F(TreeTest, LongChainsTakeNoStack) {
-  std::string rows = "upid,parentUpid\n";
-  for (int upid = 1; upid <= 200000; ++upid) {
-    rows += std::to_string(upid) + "," + std::to_string(upid - 1) + "\n";
-  }
-  EXPECT_EQ(packed(rows).status, 0);
-}
-
 }  // namespace
 }  // namespace orvane::cli
