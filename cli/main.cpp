@@ -61,7 +61,10 @@ bool holdStandardStreams() {
 }  // namespace orvane::cli
 
 int main(int argc, char** argv) {
-  if (!orvane::cli::holdStandardStreams()) return orvane::cli::kUnusable;
+  if (!orvane::cli::holdStandardStreams()) {
+    orvane::cli::writeError("orvane: a standard stream is closed, and there is no /dev/null\n");
+    return orvane::cli::kUnusable;
+  }
   std::setlocale(LC_CTYPE, "C.UTF-8");  // names are UTF-8, wherever the command runs
   // A reader that went away and a file that may not grow are reported, like a full disk.
   std::signal(SIGPIPE, SIG_IGN);

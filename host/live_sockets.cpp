@@ -62,6 +62,9 @@ std::optional<LocalAddress> parseLocalAddress(std::string_view text, bool isIpv6
 }
 
 struct Descriptor {
+  explicit Descriptor(int opened) : number(opened) {}
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
   ~Descriptor() {
     if (number >= 0) ::close(number);
   }
@@ -77,10 +80,10 @@ std::string pathOf(const SocketTable& table, const std::string& proc) {
 }
 
 std::string contentsOf(const std::string& path) {
-  const Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (file.number < 0) failReading(path);
   std::string contents;
-  std::array<char, 1U << 16U> block;
+  std::string block(std::size_t{1} << 16U, '\0');
   for (;;) {
     const ssize_t count = ::read(file.number, block.data(), block.size());
     if (count == 0) return contents;

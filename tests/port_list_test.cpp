@@ -63,10 +63,16 @@ struct PlainList {
   OrvanePortMapping ports;
   std::vector<OrvanePortRange> ranges;
 
-  // Returns whether a range was widened.
+  // Returns whether a range was widened. The search goes as std::lower_bound() does, which may ask
+  // for an order that "disjoint" is not.
   bool add(OrvanePortRange range) {
-    const auto found =
-        std::lower_bound(ranges.begin(), ranges.end(), range, OrvanePortRangeNotOverlaped());
+    auto found = ranges.begin();
+    for (std::ptrdiff_t count = std::ssize(ranges); count > 0;) {
+      const std::ptrdiff_t half = count / 2;
+      const bool isBehind = OrvanePortRangeNotOverlaped()(found[half], range);
+      if (isBehind) found += half + 1;
+      count = isBehind ? count - half - 1 : half;
+    }
     const bool widened = found != ranges.end();
     if (widened) {
       range.mergeRange(*found);

@@ -4,6 +4,7 @@
 #include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -57,13 +58,14 @@ struct Target {
 std::optional<int> descriptorOf(const fs::path& entry, const fs::path& directory) {
   struct statfs system {};
   const auto number = parseDecimal<unsigned int>(entry.filename().native());
-  if (!number || ::statfs(directory.c_str(), &system) != 0 || system.f_type != PROC_SUPER_MAGIC) {
-    return std::nullopt;
-  }
   const std::optional<Status> around = statusOf(directory);
+  if (!number || !around) return std::nullopt;
+  if (::statfs(directory.c_str(), &system) != 0)
+    failAsErrno("cannot look at " + escape(directory.native()));
+  if (system.f_type != PROC_SUPER_MAGIC) return std::nullopt;
   const bool isOwn = std::ranges::any_of(kOwnDescriptors, [&](const char* own) {
     const std::optional<Status> status = statusOf(own);
-    return around && status && sameFile(*around, *status);
+    return status && sameFile(*around, *status);
   });
   if (!isOwn) throw Failure("cannot write " + escape(entry.native()) + ": it is not open here");
   return static_cast<int>(*number);
@@ -100,8 +102,12 @@ std::string objectionTo(const fs::path& path, const Status& existing,
   if (!S_ISREG(existing.st_mode)) return "it is no regular file";
   if (isAmong(inputs, existing)) return kIsInput;
   if (existing.st_nlink > 1) return "it has other hard links";
+  if (::getxattr(path.c_str(), "system.posix_acl_access", nullptr, 0) > 0) {
+    return "it has an access control list";
+  }
+  if ((existing.st_mode & kAnyWrite) == 0) return "it is read-only";
   const bool mayWrite = ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
-  return mayWrite && (existing.st_mode & kAnyWrite) != 0 ? "" : "it is read-only";
+  return mayWrite ? "" : std::generic_category().message(errno);
 }
 
 bool isStandard(const std::string& path) { return path.empty() || path == "-"; }

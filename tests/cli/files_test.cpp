@@ -200,6 +200,11 @@ TEST_F(FilesTest, OutputTakesThePlaceOfWhatItNames) {
   std::filesystem::create_directory(path("sub"));
   std::filesystem::create_symlink("target", path("dangling"));
   std::filesystem::create_symlink("../dangling", path("sub/link"));
+  std::string chain = "target";
+  for (int links = 0; links < 12; ++links) {
+    std::filesystem::create_symlink(chain, path(chain + "'"));
+    chain += "'";
+  }
   const std::string longest(255, 'n');
   const struct {
     std::string output;
@@ -208,8 +213,9 @@ TEST_F(FilesTest, OutputTakesThePlaceOfWhatItNames) {
     mode_t after;
   } cases[] = {
       {"sub/link", "target", 0, 0640},     {"sub/link", "target", 0604, 0604},
-      {"dangling", "target", 06755, 0755}, {longest, longest, 0, 0640},
-      {longest, longest, 01200, 0200},     {"./sub/../x", "x", 0, 0640},
+      {"dangling", "target", 06755, 0755}, {"\"" + chain + "\"", "target", 0604, 0604},
+      {longest, longest, 0, 0640},         {longest, longest, 01200, 0200},
+      {"./sub/../x", "x", 0, 0640},
   };
   for (const auto& [output, file, before, after] : cases) {
     if (before != 0) {
@@ -286,8 +292,13 @@ TEST_F(FilesTest, RefusedOutputStaysAsItIs) {
   // Another user may write a public file, but not give it to its owner.
   const std::string other = "setpriv --reuid 65534 --regid 65534 --clear-groups " ORVANE_COMMAND;
   if (::geteuid() == 0 && shell(other + " --version").status == 0) {
-    refuse(other + " apps f --output foreign", "it is read-only");
+    refuse(other + " apps f --output foreign", "Permission denied");
     refuse(other + " apps f --output public", "Operation not permitted");
+    ASSERT_EQ(::chown(path("public").c_str(), 65534, 0), 0);  // of a group of others
+    refuse(other + " apps f --output public", "Operation not permitted");
+    shell("mkdir -m 0300 unread && chown 65534 unread");
+    EXPECT_EQ(shell(other + " apps f --output unread/x").err, "");
+    std::filesystem::remove_all(path("unread"));
   }
   for (const std::string name : {"f", "g", "o", "foreign", "public"}) EXPECT_EQ(read(name), text_);
   EXPECT_EQ(files(), before);

@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -19,6 +20,7 @@
 #include <cstdlib>
 #include <sstream>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -86,12 +88,24 @@ CALL(fchown, (int file, uid_t user, gid_t group), (file, user, group), noexcept)
 CALL(unlink, (const char* path), (path), noexcept)
 CALL(stat, (const char* path, struct stat* status), (path, status), noexcept)
 CALL(lstat, (const char* path, struct stat* status), (path, status), noexcept)
+CALL(statfs, (const char* path, struct statfs* system), (path, system), noexcept)
 CALL(fstat, (int file, struct stat* status), (file, status), noexcept)
 CALL(faccessat, (int at, const char* path, int mode, int flags), (at, path, mode, flags), noexcept)
 CALL(readlink, (const char* path, char* to, std::size_t size), (path, to, size), noexcept)
 CALL(dup, (int file), (file), noexcept)
 CALL(open, (const char* path, int flags, ...), (path, flags))
 CALL(read, (int file, void* to, std::size_t size), (file, to, piece(size)))
+
+// Only where it is asked for by name: it is called too often, and by what counts it as well.
+extern void* __libc_malloc(std::size_t size);
+void* malloc(std::size_t size) {
+  static bool isCounting = false;
+  if (std::exchange(isCounting, true)) return __libc_malloc(size);
+  const bool fails = plan().call == "malloc" && plan().isMetBy("malloc");
+  isCounting = false;
+  if (fails) errno = plan().number;
+  return fails ? nullptr : __libc_malloc(size);
+}
 
 ssize_t write(int file, const void* from, std::size_t size) {
   const auto next = [&] { return ::syscall(SYS_write, file, from, piece(size)); };
