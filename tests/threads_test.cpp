@@ -153,7 +153,7 @@ TEST(Threads, GiveWhatOneGives) {
   constexpr int kRounds = 100;
   std::latch start(kThreads);
   std::vector<std::vector<std::string>> given(kThreads);
-  std::vector<std::jthread> threads;
+  std::vector<std::thread> threads;
   threads.reserve(kThreads);
   for (std::vector<std::string>& texts : given) {
     threads.emplace_back([&] {
@@ -163,7 +163,7 @@ TEST(Threads, GiveWhatOneGives) {
       }
     });
   }
-  threads.clear();
+  for (std::thread& thread : threads) thread.join();
   for (const std::vector<std::string>& texts : given) {
     for (std::size_t i = 0; i < texts.size(); ++i) {
       const std::size_t work = i % expected.size();

@@ -76,7 +76,8 @@ void endProgress() {
   setTimer(0);
   std::signal(SIGALRM, SIG_DFL);
   isRunning = false;
-  if (isShown.exchange(false)) write(kEraseLine);
+  if (isShown) write(kEraseLine);
+  isShown = false;
 }
 
 }  // namespace orvane::cli
