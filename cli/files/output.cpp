@@ -60,8 +60,9 @@ std::optional<int> descriptorOf(const fs::path& entry, const fs::path& directory
   const auto number = parseDecimal<unsigned int>(entry.filename().native());
   const std::optional<Status> around = statusOf(directory);
   if (!number || !around) return std::nullopt;
-  if (::statfs(directory.c_str(), &system) != 0)
+  if (::statfs(directory.c_str(), &system) != 0) {
     failAsErrno("cannot look at " + escape(directory.native()));
+  }
   if (system.f_type != PROC_SUPER_MAGIC) return std::nullopt;
   const bool isOwn = std::ranges::any_of(kOwnDescriptors, [&](const char* own) {
     const std::optional<Status> status = statusOf(own);

@@ -76,7 +76,7 @@ std::size_t piece(std::size_t size) {
     return meet(#name, [&] { return next arguments; });                                      \
   }
 
-// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library uses other names.
+// NOLINTBEGIN(*-parameter-name,*-reserved-identifier): the C library chose the names.
 extern "C" {
 
 CALL(mkostemp, (char* path, int flags), (path, flags))
@@ -113,4 +113,4 @@ ssize_t write(int file, const void* from, std::size_t size) {
 }
 
 }  // extern "C"
-// NOLINTEND(readability-inconsistent-declaration-parameter-name)
+// NOLINTEND(*-parameter-name,*-reserved-identifier)
