@@ -171,8 +171,10 @@ TEST_F(FilesTest, MemoryThatRunsOutIsTold) {
       "diff f large --output o",       "catalogue --add large f --output o",
       "check --each large --output o", "lint large --output o"};
   for (const std::string& call : arguments) {
-    const std::string command = call.substr(0, call.find(' '));
-    std::set<std::string> messages = {"orvane: not enough memory\n"};  // before it is known
+    const std::string command = "orvane " + call.substr(0, call.find(' '));
+    const std::string words = ": not enough memory\n";
+    const std::set<std::string> soon = {"orvane" + words, command + words, command + ": f" + words};
+    std::set<std::string> messages;  // but those
     for (int kilobytes = 7000; kilobytes <= 50000; kilobytes = kilobytes * 20 / 19) {
       SCOPED_TRACE(call + " in " + std::to_string(kilobytes));
       std::filesystem::remove(path("o"));
@@ -181,11 +183,11 @@ TEST_F(FilesTest, MemoryThatRunsOutIsTold) {
       if (result.status == 127) continue;  // the libraries cannot be loaded
       EXPECT_TRUE(result.status >= 0 && result.status <= 2) << result.status;
       EXPECT_EQ(files(), result.status == 2 ? 3 : 4);  // f, g, large and o
-      if (result.status == 2) messages.insert(result.err.substr(result.err.rfind("orvane")));
+      const std::string message =
+          result.err.substr(std::min(result.err.rfind("orvane"), result.err.size()));
+      if (result.status == 2 && !soon.contains(message)) messages.insert(message);
     }
-    EXPECT_EQ(messages,
-              (std::set<std::string>{"orvane: not enough memory\n",
-                                     "orvane " + command + ": large: not enough memory\n"}));
+    EXPECT_EQ(messages, std::set{command + ": large" + words});
   }
   // What is known to be too large is not read.
   for (const std::string call : {"lint - < sparse", "tree sparse", "apps long"}) {
