@@ -65,7 +65,7 @@ TEST(TreeTexts, SayWhatIsMalformed) {
       {json, "{\"nodes\":[],\"header\":[1]}", "0: a header has eight words"},
       {json, "{\"nodes\":[],\"header\":[1,2,3,4,5,6,7,-8]}", "0: word is no number of 32 bits"},
       {json, "{\"nodes\":[],\"header\":[1,2,3,4,5,6,7,8,9]}", "0: a header has eight words"},
-      {json, "{\"findings\":7,\"nodes\":[],\"head\":[]}", "0: unknown key 'head'"},
+      {json, "{\"findings\":7,\"head\":[]}", "0: unknown key 'head'"},
       {json, "{\"nodes\":[{\"upid\":1},7]}", "0: node 2: there is no upid"},
       {json, "{\"nodes\":[{\"upid\":1},{\"upid\":1,\"upid\":2}]}",
        "0: node 2: a second key 'upid'"},
