@@ -80,15 +80,14 @@ ExitStatus CommandLine::run(int argc, char** argv) {
   try {
     parser_->parse(argc, argv);
   } catch (const CLI::ParseError& stop) {
+    rememberName(nameOf(*parser_));
     finishParsing(*parser_, stop);
     return kSuccess;
   }
-  rememberCommand(calledName());
+  rememberName(nameOf(*parser_));
   const auto called = runs_.find(&calledCommand(*parser_));
   if (called == runs_.end()) rejectUsage(*parser_, "a subcommand is required");
   return called->second();
 }
-
-std::string CommandLine::calledName() const { return nameOf(*parser_); }
 
 }  // namespace orvane::cli

@@ -5,7 +5,6 @@
 
 #include <memory>
 #include <span>
-#include <string>
 
 #include "cli/command.h"
 
@@ -21,9 +20,6 @@ class CommandLine {
   // Reads the command line and runs what it calls. Throws Failure for wrong usage, and what that
   // throws.
   ExitStatus run(int argc, char** argv);
-
-  // The command as the user called it so far: "orvane", "orvane diff", "orvane import services".
-  std::string calledName() const;
 
  private:
   std::unique_ptr<CLI::App> parser_;

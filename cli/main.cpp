@@ -7,12 +7,12 @@
 #include <clocale>
 #include <csignal>
 #include <exception>
-#include <optional>
 #include <string>
 
 #include "cli/command.h"
 #include "cli/command_line.h"
 #include "cli/files/output.h"
+#include "cli/memory.h"
 
 namespace orvane::cli {
 namespace {
@@ -31,18 +31,12 @@ constexpr std::array kSubcommands = {
     Subcommand{"lint", "Report what is skipped, cut or misread when a text is read", describeLint},
 };
 
-int fail(const std::optional<CommandLine>& line, const std::string& reason) {
-  writeError((line ? line->calledName() : "orvane") + ": " + reason + "\n");
-  return kUnusable;
-}
-
 int run(int argc, char** argv) {
-  std::optional<CommandLine> line;
   try {
-    line.emplace(kSubcommands);
-    return line->run(argc, argv);
+    return CommandLine(kSubcommands).run(argc, argv);
   } catch (const std::exception& failure) {
-    return fail(line, failure.what());
+    writeError(calledName() + ": " + failure.what() + "\n");
+    return kUnusable;
   }
 }
 

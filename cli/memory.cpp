@@ -16,7 +16,7 @@
 namespace orvane::cli {
 namespace {
 
-std::string calledName = "orvane";
+std::string rememberedName = "orvane";
 
 iovec part(std::string_view text) { return {const_cast<char*>(text.data()), text.size()}; }
 
@@ -26,7 +26,7 @@ iovec part(std::string_view text) { return {const_cast<char*>(text.data()), text
   removeUnfinished();
   endProgress();
   const std::string& input = lastInputName();
-  const std::array message = {part(calledName), part(": "), part(input),
+  const std::array message = {part(rememberedName), part(": "), part(input),
                               part(input.empty() ? "" : ": "), part("not enough memory\n")};
   [[maybe_unused]] const ssize_t ignored =
       ::writev(STDERR_FILENO, message.data(), static_cast<int>(message.size()));
@@ -38,6 +38,8 @@ iovec part(std::string_view text) { return {const_cast<char*>(text.data()), text
 
 }  // namespace
 
-void rememberCommand(std::string name) { calledName = std::move(name); }
+const std::string& calledName() { return rememberedName; }
+
+void rememberName(std::string called) { rememberedName = std::move(called); }
 
 }  // namespace orvane::cli

@@ -7,8 +7,10 @@
 
 namespace orvane::cli {
 
-// The command as the user called it, which the message names; "orvane" until this is called.
-void rememberCommand(std::string name);
+// The command as the user called it, which messages begin with: "orvane diff", "orvane import
+// services"; "orvane" until it is known.
+const std::string& calledName();
+void rememberName(std::string called);
 
 }  // namespace orvane::cli
 
